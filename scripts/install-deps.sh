@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Installs the Debian packages KORVEL needs to build, test and run.
+# Idempotent: only packages that are missing are asked for; sudo is used when not root.
+set -euo pipefail
+
+packages=(
+  build-essential cmake ninja-build pkg-config
+  qt6-base-dev qt6-base-dev-tools libgl-dev
+  libxlsxwriter-dev libfreexl-dev libshp-dev
+  libgtest-dev libgmock-dev libbenchmark-dev
+  fonts-liberation2
+  clang libclang-rt-14-dev
+  poppler-utils python3-openpyxl
+  xvfb xauth
+)
+
+missing=()
+for p in "${packages[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed'; then
+    missing+=("$p")
+  fi
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+  exit 0
+fi
+
+echo "Installing: ${missing[*]}"
+sudo=""
+if [ "$(id -u)" -ne 0 ]; then
+  sudo="sudo"
+fi
+export DEBIAN_FRONTEND=noninteractive
+$sudo apt-get update -qq
+$sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"

@@ -1,0 +1,150 @@
+#include "app/cli.h"
+
+#include <QDate>
+#include <QDir>
+#include <QFileInfo>
+
+#include "app/cli_dump.h"
+#include "platform/process_end.h"
+#include "shell/demo_tree.h"
+#include "shell/session.h"
+#include "store/record_layouts.h"
+#include "ui/scripted_dialogs.h"
+
+namespace korvel::app {
+
+namespace {
+
+const char* const kUsage =
+    "usage: korvel-cli COMMAND [ARGS]\n"
+    "\n"
+    "  dump CODE --folder DIR [--format csv|json]\n"
+    "      every record of the file of CODE in DIR, every field by name (read only)\n"
+    "  demo DIR\n"
+    "      writes the demo data tree below DIR (drive C: of the suite)\n"
+    "  compact --folder DIR\n"
+    "      compacts the staff files of DIR, as closing the register does\n";
+
+// The value after an option ("--folder DIR"); blank when the option is absent.
+QString option(const QStringList& args, const QString& name) {
+    const qsizetype at = args.indexOf(name);
+    return (at >= 0 && at + 1 < args.size()) ? args.at(at + 1) : QString();
+}
+
+// The file of a layout in a folder, whatever the case of its name on disk.
+QString find_file(const QString& folder, const store::Layout& layout) {
+    const QString wanted = QString::fromLatin1(layout.file_name.data(), layout.file_name.size());
+    const QStringList names = QDir(folder).entryList(QDir::Files);
+    for (const QString& n : names) {
+        if (n.compare(wanted, Qt::CaseInsensitive) == 0) {
+            return folder + u'/' + n;
+        }
+    }
+    return folder + u'/' + wanted;
+}
+
+int dump(const QStringList& args, QTextStream& out, QTextStream& err) {
+    if (args.size() < 2) {
+        err << kUsage;
+        return 2;
+    }
+    const store::Layout* layout = store::layout_by_code(args.at(1).toUpper().toStdString());
+    const QString folder = option(args, QStringLiteral("--folder"));
+    const QString format = option(args, QStringLiteral("--format"));
+    if (layout == nullptr) {
+        err << "korvel-cli: no file has the code " << args.at(1) << "\n";
+        return 2;
+    }
+    if (folder.isEmpty() || (!format.isEmpty() && format != u"csv" && format != u"json")) {
+        err << kUsage;
+        return 2;
+    }
+    if (!QFileInfo(folder).isDir()) {
+        err << "korvel-cli: " << folder << ": no such folder\n";
+        return 1;
+    }
+    QString error;
+    auto file = store::RecordFile::open(find_file(folder, *layout), layout->record_length,
+                                        store::RecordFile::Access::ReadOnly, &error);
+    if (!file) {
+        err << "korvel-cli: " << error << "\n";
+        return 1;
+    }
+    dump_records(*file, *layout, format == u"json" ? DumpFormat::Json : DumpFormat::Csv, out);
+    return 0;
+}
+
+int demo(const QStringList& args, QTextStream& out, QTextStream& err) {
+    if (args.size() != 2) {
+        err << kUsage;
+        return 2;
+    }
+    const QString root = QFileInfo(args.at(1)).absoluteFilePath();
+    if (!QDir().mkpath(root)) {
+        err << "korvel-cli: cannot make " << root << "\n";
+        return 1;
+    }
+    const shell::DemoSummary s = shell::write_demo_tree(root, QDate::currentDate().year());
+    out << "demo data tree: " << root << "\n"
+        << "drive: " << s.drive << " = " << root << "\n"
+        << "ledger year: " << s.year << "\n"
+        << "staff folder: " << s.staff_folder_native << "\n"
+        << "general folder: " << s.general_folder_native << "\n"
+        << "staff: " << s.staff << " (" << s.inactive << " inactive, " << s.deleted << " deleted)\n"
+        << "governing body members: " << s.members << "\n"
+        << "files written: " << s.files.size() << "\n";
+    return 0;
+}
+
+int compact(const QStringList& args, QTextStream& out, QTextStream& err) {
+    const QString folder = option(args, QStringLiteral("--folder"));
+    if (folder.isEmpty()) {
+        err << kUsage;
+        return 2;
+    }
+    if (!QFileInfo(folder).isDir()) {
+        err << "korvel-cli: " << folder << ": no such folder\n";
+        return 1;
+    }
+    ui::UnattendedDialogs dialogs;
+    // The folder is the root of a drive of its own for this run.
+    shell::Session session(dialogs,
+                           platform::DriveMap::explicit_map(
+                               {{QStringLiteral("K:"), QFileInfo(folder).absoluteFilePath()}}));
+    session.folders.staff = QStringLiteral("K:");
+    if (!session.open_staff_file(QStringLiteral("PRSALG"))) {
+        return 1;
+    }
+    const int before = session.count(store::Code::PRSALG);
+    session.compact_staff_files();
+    out << "staff records before: " << before << "\n"
+        << "staff records after: " << session.count(store::Code::PRSALG) << "\n";
+    return 0;
+}
+
+}  // namespace
+
+int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
+    if (args.isEmpty() || args.first() == u"--help" || args.first() == u"help") {
+        (args.isEmpty() ? err : out) << kUsage;
+        return args.isEmpty() ? 2 : 0;
+    }
+    try {
+        const QString command = args.first();
+        if (command == u"dump") {
+            return dump(args, out, err);
+        }
+        if (command == u"demo") {
+            return demo(args, out, err);
+        }
+        if (command == u"compact") {
+            return compact(args, out, err);
+        }
+        err << "korvel-cli: unknown command " << command << "\n" << kUsage;
+        return 2;
+    } catch (const ProcessEnd& end) {
+        return end.exit_code() == 0 ? 1 : end.exit_code();
+    }
+}
+
+}  // namespace korvel::app

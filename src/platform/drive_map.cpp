@@ -1,0 +1,176 @@
+#include "platform/drive_map.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcessEnvironment>
+#include <QStandardPaths>
+
+#include "platform/winpath.h"
+
+namespace korvel::platform {
+
+namespace {
+
+// Finds an existing entry of dir whose name equals name without regard to case; blank if none.
+QString find_entry_nocase(const QString& dir, const QString& name) {
+    const QDir d(dir);
+    const QStringList entries =
+        d.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    for (const QString& entry : entries) {
+        if (entry.compare(name, Qt::CaseInsensitive) == 0) {
+            return entry;
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+QString DriveMap::normalise_drive(const QString& drive) {
+    QString d = drive.trimmed();
+    while (d.endsWith(u'\\') && d.size() > 2) {
+        d.chop(1);
+    }
+    return d.toUpper();
+}
+
+DriveMap DriveMap::explicit_map(const QMap<QString, QString>& drives) {
+    DriveMap m;
+    for (auto it = drives.begin(); it != drives.end(); ++it) {
+        m.map(it.key(), it.value());
+    }
+    return m;
+}
+
+DriveMap DriveMap::below(const QString& root) {
+    DriveMap m;
+    m.default_root_ = root;
+    return m;
+}
+
+DriveMap DriveMap::from_environment() {
+#ifdef Q_OS_WIN
+    DriveMap m;
+    m.identity_ = true;
+    return m;
+#else
+    const QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    DriveMap m;
+    QString config = env.value(QStringLiteral("KORVEL_DRIVES"));
+    if (config.isEmpty()) {
+        const QString dir = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+        config = dir + QStringLiteral("/korvel/drives.conf");
+    }
+    QFile f(config);
+    if (f.open(QIODevice::ReadOnly)) {
+        m.read_config(QString::fromUtf8(f.readAll()));
+    }
+    const QStringList keys = env.keys();
+    for (const QString& key : keys) {
+        if (key.startsWith(QStringLiteral("KORVEL_DRIVE_")) && key.size() == 14) {
+            m.map(key.right(1) + u':', env.value(key));
+        }
+    }
+    if (m.drives_.isEmpty()) {
+        m.default_root_ = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                          QStringLiteral("/korvel/drives");
+    }
+    return m;
+#endif
+}
+
+void DriveMap::map(const QString& drive, const QString& native_folder) {
+    QString folder = QDir::cleanPath(native_folder);
+    drives_.insert(normalise_drive(drive), folder);
+}
+
+QStringList DriveMap::read_config(const QString& text) {
+    QStringList bad;
+    const QStringList lines = text.split(u'\n');
+    for (QString line : lines) {
+        line = line.trimmed();
+        if (line.isEmpty() || line.startsWith(u'#')) {
+            continue;
+        }
+        const qsizetype eq = line.indexOf(u'=');
+        const QString drive = eq < 0 ? QString() : line.left(eq).trimmed();
+        const QString folder = eq < 0 ? QString() : line.mid(eq + 1).trimmed();
+        const bool letter = drive.size() == 2 && drive.at(0).isLetter() && drive.at(1) == u':';
+        const bool unc = drive.startsWith(QStringLiteral("\\\\")) && drive.size() > 2;
+        if ((!letter && !unc) || folder.isEmpty()) {
+            bad << line;
+            continue;
+        }
+        map(drive, folder);
+    }
+    return bad;
+}
+
+QString DriveMap::native_root(const QString& drive) const {
+    const QString d = normalise_drive(drive);
+    if (d.isEmpty()) {
+        return {};
+    }
+    if (identity_) {
+        return d;
+    }
+    auto it = drives_.find(d);
+    if (it != drives_.end()) {
+        return it.value();
+    }
+    if (default_root_.isEmpty()) {
+        return {};
+    }
+    if (d.size() == 2 && d.at(1) == u':') {
+        return default_root_ + u'/' + d.left(1);
+    }
+    // A UNC root below the default: //SERVER/SHARE becomes <root>/UNC/SERVER/SHARE.
+    QString rest = d.mid(2);
+    rest.replace(u'\\', u'/');
+    return default_root_ + QStringLiteral("/UNC/") + rest;
+}
+
+bool DriveMap::drive_exists(const QString& drive) const {
+    return !native_root(drive).isEmpty();
+}
+
+QString DriveMap::native_path(const QString& windows_path) const {
+    const QString drive = winpath::drive_of(windows_path);
+    if (drive.isEmpty()) {
+        return {};
+    }
+    if (identity_) {
+        return windows_path;
+    }
+    QString path = native_root(drive);
+    if (path.isEmpty()) {
+        return {};
+    }
+    const QStringList parts = windows_path.mid(drive.size()).split(u'\\', Qt::SkipEmptyParts);
+    bool exists_so_far = QFileInfo::exists(path);
+    for (const QString& part : parts) {
+        if (part == u"..") {
+            // A path never climbs out of its drive.
+            return {};
+        }
+        if (part == u".") {
+            continue;
+        }
+        QString name = part;
+        if (exists_so_far) {
+            if (!QFileInfo::exists(path + u'/' + name)) {
+                const QString found = find_entry_nocase(path, name);
+                if (!found.isEmpty()) {
+                    name = found;
+                } else {
+                    exists_so_far = false;
+                }
+            }
+        }
+        path += u'/' + name;
+    }
+    return path;
+}
+
+}  // namespace korvel::platform

@@ -1,0 +1,341 @@
+#include "shell/helpers.h"
+
+#include <QLocale>
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+
+#include "platform/user.h"
+
+namespace korvel::shell {
+
+namespace {
+
+// A run of ASCII digits as a number; nullopt when the text is empty, holds anything else, or is
+// too long to be a part of a date.
+std::optional<int> digits_value(QStringView text) {
+    if (text.isEmpty() || text.size() > 4) {
+        return std::nullopt;
+    }
+    int value = 0;
+    for (QChar c : text) {
+        if (c < u'0' || c > u'9') {
+            return std::nullopt;
+        }
+        value = value * 10 + (c.unicode() - u'0');
+    }
+    return value;
+}
+
+// Years the date type of the suite can hold.
+constexpr int kFirstYear = 100;
+constexpr int kLastYear = 9999;
+
+// Year, month and day as they stand in "YYYY/MM/DD": four digits, two, two, and a real date.
+QDate strict_date(QStringView year, QStringView month, QStringView day) {
+    if (year.size() != 4 || month.size() != 2 || day.size() != 2) {
+        return {};
+    }
+    const auto y = digits_value(year);
+    const auto m = digits_value(month);
+    const auto d = digits_value(day);
+    if (!y || !m || !d || *y < kFirstYear || *y > kLastYear) {
+        return {};
+    }
+    return QDate(*y, *m, *d);  // invalid when the day does not exist in that month
+}
+
+bool is_day_zero(const QDate& date) {
+    return date.isNull() || !date.isValid() || date == QDate(1899, 12, 30);
+}
+
+// A text as a number with a point for decimals; anything unreadable is 0.
+double number_of(const QString& text) {
+    bool ok = false;
+    const double value = QLocale::c().toDouble(text.trimmed(), &ok);
+    return ok && std::isfinite(value) ? value : 0.0;
+}
+
+// The digit a character stands for; anything that is no digit counts as 0.
+int digit_at(const QString& text, qsizetype position) {
+    const QChar c = text.at(position - 1);
+    return c >= u'0' && c <= u'9' ? c.unicode() - u'0' : 0;
+}
+
+}  // namespace
+
+QString date_to_text(const QString& value) {
+    const QString trimmed = value.trimmed();
+    if (trimmed.isEmpty() || trimmed == u"00:00:00" || trimmed == u"12:00:00 AM") {
+        return {};
+    }
+    if (value.size() >= 8 && value.at(4) == u'.' && value.at(7) == u'.') {
+        return value;
+    }
+    QString text = trimmed;
+    if (!text.contains(u'.') && !text.contains(u'/')) {
+        text = text.left(4) + u'.' + text.mid(4, 2) + u'.' + text.right(2);
+    }
+    // The last separator present wins, so "2016.02-29" is split at the "-".
+    QChar separator = u'.';
+    for (QChar candidate : {QChar(u'.'), QChar(u'/'), QChar(u'-')}) {
+        if (text.contains(candidate)) {
+            separator = candidate;
+        }
+    }
+    QStringList parts = text.split(separator);
+    if (parts.size() != 3) {
+        return {};
+    }
+    for (QString& part : parts) {
+        if (part.size() < 2) {
+            part = QString(2 - part.size(), u'0') + part;
+        }
+    }
+    // A time alone ("10:30:00 AM") or anything else that is no date fails here.
+    return date_to_text(strict_date(parts[0], parts[1], parts[2]));
+}
+
+QString date_to_text(const QDate& date) {
+    if (is_day_zero(date)) {
+        return {};
+    }
+    return QLocale::c().toString(date, u"yyyy.MM.dd");
+}
+
+QDate text_to_date(const QString& text, const QDate& today) {
+    const QString t = text.trimmed();
+    if (t.isEmpty()) {
+        return {};
+    }
+    if (t.size() >= 8 && t.at(4) == u'/' && t.at(7) == u'/') {
+        const QDate date = t.size() == 10
+                               ? strict_date(QStringView(t).left(4), QStringView(t).mid(5, 2),
+                                             QStringView(t).mid(8, 2))
+                               : QDate();
+        return date.isValid() ? date : today;
+    }
+    auto is_separator = [](QChar c) { return c == u'.' || c == u'-'; };
+    if (t.size() < 8 || !is_separator(t.at(4)) || !is_separator(t.at(7))) {
+        return today;
+    }
+    const auto month = digits_value(QStringView(t).mid(5, 2));
+    const auto day = digits_value(QStringView(t).mid(8, 2));
+    if (!month || *month < 1 || *month > 12 || !day || *day < 1 || *day > 31) {
+        return today;
+    }
+    const auto year = digits_value(QStringView(t).left(4));
+    if (!year || *year < kFirstYear || *year > kLastYear) {
+        return today;
+    }
+    const QDate date(*year, *month, *day);
+    return date.isValid() ? date : today;
+}
+
+QString format_amount(const QString& value) {
+    QString text = value;
+    text.remove(u',');
+    return format_amount(number_of(text));
+}
+
+QString format_amount(double value) {
+    if (!std::isfinite(value) || value == 0.0) {
+        return QStringLiteral("0.00");
+    }
+    QString text = QLocale::c().toString(value, 'f', 2);
+    if (text == u"-0.00") {
+        text = QStringLiteral("0.00");
+    }
+    return text;
+}
+
+QString pad_left(const QString& value, int width, QChar fill) {
+    if (width <= 0) {
+        return {};
+    }
+    if (value.size() >= width) {
+        return value.right(width);
+    }
+    return QString(width - value.size(), fill) + value;
+}
+
+QString pad_right(const QString& value, int width, QChar fill) {
+    if (width <= 0) {
+        return {};
+    }
+    if (value.size() >= width) {
+        return value.left(width);
+    }
+    return value + QString(width - value.size(), fill);
+}
+
+double larger_number(const QString& a, const QString& b) {
+    if (a.trimmed().isEmpty()) {
+        return 0.0;
+    }
+    return std::max(number_of(a), number_of(b));
+}
+
+double smaller_number(const QString& a, const QString& b) {
+    return std::min(number_of(a), number_of(b));
+}
+
+QString fold_accents(const QString& text) {
+    struct Fold {
+        QStringView set;
+        QStringView result;
+    };
+    // The sets are tested in this order with a plain "contains", commas and all: a comma in the
+    // input therefore matches the first set and becomes "A".
+    static constexpr std::array<Fold, 9> kFolds = {{
+        {u"À,Á,Â,Ã,Ä,Å,à,á,â,ã,ä,å", u"A"},
+        {u"È,É,Ê,Ë,è,é,ê,ë", u"E"},
+        {u"Ì,Í,Î,Ï,ì,í,î,ï", u"I"},
+        {u"Ò,Ó,Ô,ò,ó,ô,õ,ö,ð,Õ,Ö", u"O"},
+        {u"Ù,Ú,Û,Ü,ù,ú,û,ü", u"U"},
+        {u"ý,ÿ,Ý", u"Y"},
+        {u"Ñ,ñ", u"N"},
+        {u"Æ,æ", u"AE"},
+        {u"&,+", u"AND"},
+    }};
+    QString out;
+    out.reserve(text.size());
+    for (QChar c : text) {
+        const auto fold = std::find_if(kFolds.begin(), kFolds.end(),
+                                       [c](const Fold& f) { return f.set.contains(c); });
+        if (fold != kFolds.end()) {
+            out += fold->result;
+        } else {
+            out += c;
+        }
+    }
+    return out;
+}
+
+QString initials(const QString& names, int keep) {
+    // Runs of blanks count as one: a double blank between names adds no empty word.
+    const QStringList words = names.split(u' ', Qt::SkipEmptyParts);
+    if (words.isEmpty()) {
+        return {};
+    }
+    QString result;
+    if (keep == 99) {
+        result = words.first();
+    } else {
+        for (qsizetype i = 0; i < words.size(); ++i) {
+            result += u' ';
+            result += i < keep ? words[i] : words[i].left(1);
+        }
+    }
+    result = result.trimmed();
+    const qsizetype bracket = result.indexOf(u'(');
+    if (bracket >= 0) {
+        result.remove(bracket, 1);
+    }
+    return result;
+}
+
+QString month_name(int number, bool afrikaans) {
+    static constexpr std::array<QStringView, 12> kAfrikaans = {
+        u"JANUARIE", u"FEBRUARIE", u"MAART",     u"APRIL",   u"MEI",      u"JUNIE",
+        u"JULIE",    u"AUGUSTUS",  u"SEPTEMBER", u"OKTOBER", u"NOVEMBER", u"DESEMBER"};
+    static constexpr std::array<QStringView, 12> kEnglish = {
+        u"JANUARY", u"FEBRUARY", u"MARCH",     u"APRIL",   u"MAY",      u"JUNE",
+        u"JULY",    u"AUGUST",   u"SEPTEMBER", u"OCTOBER", u"NOVEMBER", u"DECEMBER"};
+    if (number < 1 || number > 12) {
+        return {};
+    }
+    return (afrikaans ? kAfrikaans : kEnglish)[number - 1].toString();
+}
+
+QString month_short(int number, bool afrikaans) {
+    static constexpr std::array<QStringView, 12> kAfrikaans = {u"JAN", u"FEB", u"MRT", u"APR",
+                                                               u"MEI", u"JUN", u"JUL", u"AUG",
+                                                               u"SEP", u"OKT", u"NOV", u"DES"};
+    static constexpr std::array<QStringView, 12> kEnglish = {u"JAN", u"FEB", u"MAR", u"APR",
+                                                             u"MAY", u"JUN", u"JUL", u"AUG",
+                                                             u"SEP", u"OCT", u"NOV", u"DEC"};
+    if (number < 1 || number > 12) {
+        return {};
+    }
+    return (afrikaans ? kAfrikaans : kEnglish)[number - 1].toString();
+}
+
+QString day_name(int weekday, bool afrikaans) {
+    static constexpr std::array<QStringView, 7> kAfrikaans = {
+        u"SONDAG", u"MAANDAG", u"DINSDAG", u"WOENSDAG", u"DONDERDAG", u"VRYDAG", u"SATERDAG"};
+    static constexpr std::array<QStringView, 7> kEnglish = {
+        u"SUNDAY", u"MONDAY", u"TUESDAY", u"WEDNESDAY", u"THURSDAY", u"FRIDAY", u"SATURDAY"};
+    if (weekday < 1 || weekday > 7) {
+        return {};
+    }
+    return (afrikaans ? kAfrikaans : kEnglish)[weekday - 1].toString();
+}
+
+IdCheck valid_id_number(const QString& text, const QString& gender, bool afrikaans) {
+    auto say = [afrikaans](const QString& af, const QString& en) { return afrikaans ? af : en; };
+    const QString id = text.trimmed();
+    if (id.size() < 7) {
+        return {true, {}};
+    }
+    const QString not_13 =
+        say(QStringLiteral("Nie 13 karakters nie"), QStringLiteral("Not 13 characters"));
+    if (id.size() != 13) {
+        return {false, not_13};
+    }
+    IdCheck check{true, {}};
+
+    // A month out of range leaves the length message behind as a warning, and the test goes on.
+    const int month = digit_at(id, 3) * 10 + digit_at(id, 4);
+    if (month < 1 || month > 12) {
+        check.message = not_13;
+    }
+
+    const QString sex = gender.trimmed().toUpper();
+    if (!sex.isEmpty()) {
+        if (sex == u"M") {
+            if (digit_at(id, 7) < 5) {
+                return {false, say(QStringLiteral("MANLIK - karakter 7 kleiner as 5"),
+                                   QStringLiteral("MALE - character 7 less than 5"))};
+            }
+        } else if (digit_at(id, 7) > 4) {
+            return {false, say(QStringLiteral("VROULIK - karakter 7 groter as 4"),
+                               QStringLiteral("FEMALE - character 7 more than 4"))};
+        }
+    }
+
+    if (digit_at(id, 11) > 1) {
+        return {false, say(QStringLiteral("Karakter 11 groter as 1"),
+                           QStringLiteral("Character 11 more than 1"))};
+    }
+
+    int odd_sum = 0;
+    for (int position = 1; position <= 11; position += 2) {
+        odd_sum += digit_at(id, position);
+    }
+    int even_number = 0;
+    for (int position = 2; position <= 12; position += 2) {
+        even_number = even_number * 10 + digit_at(id, position);
+    }
+    int even_sum = 0;
+    for (int doubled = even_number * 2; doubled > 0; doubled /= 10) {
+        even_sum += doubled % 10;
+    }
+    const int remainder = (odd_sum + even_sum) % 10;
+    const int expected = remainder == 0 ? 0 : 10 - remainder;
+    if (id.at(12) == QChar(u'0' + expected)) {
+        return check;
+    }
+    const QString digit = QString::number(expected);
+    return {false, say(QStringLiteral("Karakter 13 moet ") + digit + QStringLiteral(" wees!"),
+                       QStringLiteral("Character 13 must be ") + digit + u'!')};
+}
+
+QString current_user() {
+    return platform::current_user();
+}
+
+}  // namespace korvel::shell

@@ -1,0 +1,50 @@
+#pragma once
+// Every message box, question, input box and chooser of the system goes through Dialogs, so
+// that behaviour runs without a display: the Qt implementation shows real dialogs, the
+// scripted one answers as a test says, the unattended one serves the command line.
+//
+// This header uses QtCore only; the store and the shell include it.
+
+#include <QDate>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace korvel::ui {
+
+enum class Icon { None, Information, Question, Exclamation, Critical };
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel, AbortRetryIgnore };
+enum class Answer { Ok, Cancel, Yes, No, Retry, Abort, Ignore };
+
+class Dialogs {
+  public:
+    virtual ~Dialogs() = default;
+
+    // A message box with one OK button.
+    virtual void message(const QString& text, Icon icon = Icon::None,
+                         const QString& title = {}) = 0;
+
+    // A question; default_answer is the button that has the focus (and the unattended answer).
+    virtual Answer ask(const QString& text, Buttons buttons, Icon icon, Answer default_answer,
+                       const QString& title = {}) = 0;
+
+    // An input box; nullopt on Cancel. password hides what is typed.
+    virtual std::optional<QString> input(const QString& prompt, const QString& title,
+                                         const QString& default_text = {},
+                                         bool password = false) = 0;
+
+    // The calendar form: a date picked, or nullopt when the form is closed without one.
+    virtual std::optional<QDate> pick_date(const QString& caption, const QDate& start) = 0;
+
+    // A folder picked in the system's folder dialog, opened at start; blank on cancel.
+    virtual QString choose_folder(const QString& caption, const QString& start) = 0;
+
+    // A file to open or to save; blank on cancel.
+    virtual QString choose_file(const QString& caption, const QString& start, const QString& filter,
+                                bool for_saving) = 0;
+
+    // The system's short warning sound.
+    virtual void beep() = 0;
+};
+
+}  // namespace korvel::ui

@@ -1,0 +1,115 @@
+#include "ui/scripted_dialogs.h"
+
+#include <cstdio>
+
+namespace korvel::ui {
+
+void ScriptedDialogs::message(const QString& text, Icon icon, const QString& title) {
+    shown_.append({Shown::Kind::Message, text, title, icon});
+}
+
+Answer ScriptedDialogs::ask(const QString& text, Buttons, Icon icon, Answer default_answer,
+                            const QString& title) {
+    shown_.append({Shown::Kind::Question, text, title, icon});
+    if (answers_.empty()) {
+        return default_answer;
+    }
+    const Answer a = answers_.front();
+    answers_.pop_front();
+    return a;
+}
+
+std::optional<QString> ScriptedDialogs::input(const QString& prompt, const QString& title,
+                                              const QString&, bool) {
+    shown_.append({Shown::Kind::Input, prompt, title, Icon::None});
+    if (inputs_.empty()) {
+        return std::nullopt;
+    }
+    const auto [typed, text] = inputs_.front();
+    inputs_.pop_front();
+    if (!typed) {
+        return std::nullopt;
+    }
+    return text;
+}
+
+std::optional<QDate> ScriptedDialogs::pick_date(const QString& caption, const QDate&) {
+    shown_.append({Shown::Kind::Date, caption, {}, Icon::None});
+    if (dates_.empty()) {
+        return std::nullopt;
+    }
+    auto d = dates_.front();
+    dates_.pop_front();
+    return d;
+}
+
+QString ScriptedDialogs::choose_folder(const QString& caption, const QString&) {
+    shown_.append({Shown::Kind::Folder, caption, {}, Icon::None});
+    if (paths_.empty()) {
+        return {};
+    }
+    QString p = paths_.front();
+    paths_.pop_front();
+    return p;
+}
+
+QString ScriptedDialogs::choose_file(const QString& caption, const QString&, const QString&, bool) {
+    shown_.append({Shown::Kind::File, caption, {}, Icon::None});
+    if (paths_.empty()) {
+        return {};
+    }
+    QString p = paths_.front();
+    paths_.pop_front();
+    return p;
+}
+
+void ScriptedDialogs::beep() {
+    shown_.append({Shown::Kind::Beep, {}, {}, Icon::None});
+}
+
+QStringList ScriptedDialogs::texts() const {
+    QStringList out;
+    for (const Shown& s : shown_) {
+        if (s.kind == Shown::Kind::Message || s.kind == Shown::Kind::Question) {
+            out << s.text;
+        }
+    }
+    return out;
+}
+
+namespace {
+void to_stderr(const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    std::fprintf(stderr, "%s\n", bytes.constData());
+}
+}  // namespace
+
+void UnattendedDialogs::message(const QString& text, Icon, const QString&) {
+    to_stderr(text);
+}
+
+Answer UnattendedDialogs::ask(const QString& text, Buttons, Icon, Answer default_answer,
+                              const QString&) {
+    to_stderr(text);
+    return default_answer;
+}
+
+std::optional<QString> UnattendedDialogs::input(const QString& prompt, const QString&,
+                                                const QString&, bool) {
+    to_stderr(prompt);
+    return std::nullopt;
+}
+
+std::optional<QDate> UnattendedDialogs::pick_date(const QString&, const QDate&) {
+    return std::nullopt;
+}
+
+QString UnattendedDialogs::choose_folder(const QString&, const QString&) {
+    return {};
+}
+
+QString UnattendedDialogs::choose_file(const QString&, const QString&, const QString&, bool) {
+    return {};
+}
+
+}  // namespace korvel::ui

@@ -1,0 +1,73 @@
+#pragma once
+// Dialogs for tests: answers are queued in advance and every text shown is recorded, so a test
+// can drive a form's behaviour as a user would and read back what the user would have seen.
+
+#include <QList>
+#include <deque>
+
+#include "ui/dialogs.h"
+
+namespace korvel::ui {
+
+struct Shown {
+    enum class Kind { Message, Question, Input, Date, Folder, File, Beep };
+    Kind kind;
+    QString text;
+    QString title;
+    Icon icon = Icon::None;
+};
+
+class ScriptedDialogs : public Dialogs {
+  public:
+    // Queue answers; each kind has its own queue. An empty queue gives the default answer of a
+    // question, Cancel of an input box, no date, no folder, no file.
+    void answer(Answer a) { answers_.push_back(a); }
+    void type(std::optional<QString> text) {
+        inputs_.emplace_back(text.has_value(), text.value_or(QString()));
+    }
+    void pick(std::optional<QDate> date) { dates_.push_back(date); }
+    void choose(QString path) { paths_.push_back(std::move(path)); }
+
+    void message(const QString& text, Icon icon, const QString& title) override;
+    Answer ask(const QString& text, Buttons buttons, Icon icon, Answer default_answer,
+               const QString& title) override;
+    std::optional<QString> input(const QString& prompt, const QString& title,
+                                 const QString& default_text, bool password) override;
+    std::optional<QDate> pick_date(const QString& caption, const QDate& start) override;
+    QString choose_folder(const QString& caption, const QString& start) override;
+    QString choose_file(const QString& caption, const QString& start, const QString& filter,
+                        bool for_saving) override;
+    void beep() override;
+
+    const QList<Shown>& shown() const { return shown_; }
+    // The texts of the message boxes and questions, in order.
+    QStringList texts() const;
+    // The last text shown, blank if none.
+    QString last_text() const { return shown_.isEmpty() ? QString() : shown_.last().text; }
+    void clear() { shown_.clear(); }
+
+  private:
+    QList<Shown> shown_;
+    std::deque<Answer> answers_;
+    std::deque<std::pair<bool, QString>> inputs_;  // typed (false: Cancel), text
+    std::deque<std::optional<QDate>> dates_;
+    std::deque<QString> paths_;
+};
+
+// Dialogs for the command line: texts go to standard error, questions take their default
+// answer, input boxes and choosers are cancelled.
+class UnattendedDialogs : public Dialogs {
+  public:
+    void message(const QString& text, Icon icon, const QString& title) override;
+    Answer ask(const QString& text, Buttons buttons, Icon icon, Answer default_answer,
+               const QString& title) override;
+    std::optional<QString> input(const QString& prompt, const QString& title,
+                                 const QString& default_text, bool password) override;
+    std::optional<QDate> pick_date(const QString& caption, const QDate& start) override;
+    QString choose_folder(const QString& caption, const QString& start) override;
+    QString choose_file(const QString& caption, const QString& start, const QString& filter,
+                        bool for_saving) override;
+    void beep() override {}
+};
+
+}  // namespace korvel::ui

@@ -1,0 +1,81 @@
+#include <gtest/gtest.h>
+
+#include <QDate>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+#include "app/cli.h"
+#include "app/cli_dump.h"
+#include "store/record_layouts.h"
+
+using korvel::app::run_cli;
+
+namespace {
+
+struct CliRun {
+    int code;
+    QString out;
+    QString err;
+};
+
+CliRun cli(const QStringList& args) {
+    QString out, err;
+    QTextStream o(&out), e(&err);
+    const int code = run_cli(args, o, e);
+    o.flush();
+    e.flush();
+    return {code, out, err};
+}
+
+}  // namespace
+
+TEST(Cli, DumpColumnsFollowTheTable) {
+    const QStringList cols = korvel::app::dump_columns(korvel::store::PRSVAK);
+    EXPECT_EQ(cols.first(), "PV_POS_NR");
+    EXPECT_EQ(cols.at(1), "PV_VAK(0,0)");
+    EXPECT_EQ(cols.at(12), "PV_VAK(0,1)");  // the first index runs fastest
+    EXPECT_EQ(cols.last(), "PV_JR4(10)");
+}
+
+TEST(Cli, DemoThenDumpAndCompact) {
+    QTemporaryDir tmp;
+    const CliRun demo = cli({"demo", tmp.path()});
+    ASSERT_EQ(demo.code, 0) << demo.err.toStdString();
+    const QString year = QString::number(QDate::currentDate().year());
+    const QString staff = tmp.path() + "/VESPARINE/STAFF/P" + year;
+
+    const CliRun csv = cli({"dump", "PRSALG", "--folder", staff});
+    ASSERT_EQ(csv.code, 0);
+    const QStringList lines = csv.out.split('\n', Qt::SkipEmptyParts);
+    EXPECT_TRUE(lines.first().startsWith("record,PA_POS_NR,PA_AKTIEF,PA_VAN,PA_NAME,"));
+    EXPECT_EQ(lines.size(), 41);  // the heading and forty staff
+
+    const CliRun json = cli({"dump", "skl", "--folder", tmp.path() + "/VESPARINE/GENERAL/G" + year,
+                             "--format", "json"});
+    ASSERT_EQ(json.code, 0);
+    QJsonParseError error;
+    const QJsonDocument doc = QJsonDocument::fromJson(json.out.toUtf8(), &error);
+    ASSERT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
+    const QJsonObject school = doc.array().at(0).toObject();
+    EXPECT_EQ(school.value("SD_SKOOL").toString(), QString::fromUtf8("HOëRSKOOL DUINEVELD"));
+    EXPECT_EQ(school.value("SD_ST").toArray().size(), 21);
+
+    const CliRun compact = cli({"compact", "--folder", staff});
+    ASSERT_EQ(compact.code, 0) << compact.err.toStdString();
+    EXPECT_TRUE(compact.out.contains("staff records before: 40"));
+    EXPECT_TRUE(compact.out.contains("staff records after: 39"));  // the deleted one is gone
+}
+
+TEST(Cli, DumpNeverCreatesAndFailsClearly) {
+    QTemporaryDir tmp;
+    const CliRun missing = cli({"dump", "PRSALG", "--folder", tmp.path()});
+    EXPECT_NE(missing.code, 0);
+    EXPECT_TRUE(missing.err.contains("no such file"));
+    EXPECT_TRUE(QDir(tmp.path()).isEmpty());
+    EXPECT_EQ(cli({"dump", "NOPE", "--folder", tmp.path()}).code, 2);
+    EXPECT_EQ(cli({"dump", "PRSALG", "--folder", tmp.path() + "/none"}).code, 1);
+    EXPECT_EQ(cli({"frobnicate"}).code, 2);
+}

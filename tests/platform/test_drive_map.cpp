@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "platform/codepage.h"
+#include "platform/drive_map.h"
+#include "platform/file_system.h"
+#include "platform/winpath.h"
+
+using korvel::platform::DriveMap;
+using korvel::platform::FileSystem;
+namespace winpath = korvel::winpath;
+
+TEST(WinPath, DrivesAndParts) {
+    EXPECT_EQ(winpath::drive_of("f:\\VESPARINE\\ADMIN"), "F:");
+    EXPECT_EQ(winpath::drive_of("\\\\SERVER\\SHARE\\VESPARINE"), "\\\\SERVER\\SHARE");
+    EXPECT_EQ(winpath::drive_of("\\\\SERVER"), "\\\\SERVER");
+    EXPECT_EQ(winpath::drive_of("VESPARINE\\ADMIN"), "");
+    EXPECT_EQ(winpath::join("F:\\A", "b.txt"), "F:\\A\\b.txt");
+    EXPECT_EQ(winpath::join("F:\\", "b.txt"), "F:\\b.txt");
+    EXPECT_EQ(winpath::parent_of("F:\\VESPARINE\\STAFF\\P2026"), "F:\\VESPARINE\\STAFF");
+    EXPECT_EQ(winpath::name_of("F:\\VESPARINE\\STAFF\\P2026"), "P2026");
+}
+
+TEST(WinPath, PostNumbersAsFileNameParts) {
+    EXPECT_TRUE(winpath::is_safe_file_component("A123"));
+    EXPECT_TRUE(winpath::is_safe_file_component("12*3") == false);
+    for (const char* bad : {"", "  ", ".", "..", "...", "..\\..", "a/b", "a\\b", "C:x", "a\nb"}) {
+        EXPECT_FALSE(winpath::is_safe_file_component(QString::fromLatin1(bad))) << bad;
+    }
+}
+
+TEST(DriveMap, ConfigLinesAndUnknownDrives) {
+    DriveMap m = DriveMap::explicit_map({});
+    const QStringList bad = m.read_config(
+        "# comment\n\nF:=/srv/school\n\\\\SERVER\\SHARE=/mnt/share/\nnonsense\nQ=/x\nG:=\n");
+    EXPECT_EQ(bad, QStringList({"nonsense", "Q=/x", "G:="}));
+    EXPECT_EQ(m.native_root("f:"), "/srv/school");
+    EXPECT_EQ(m.native_root("\\\\server\\share"), "/mnt/share");
+    EXPECT_FALSE(m.drive_exists("G:"));
+    EXPECT_EQ(m.native_path("G:\\VESPARINE"), "");
+    EXPECT_EQ(m.native_path("relative\\path"), "");
+    EXPECT_EQ(m.native_path("F:\\VESPARINE\\ADMIN"), "/srv/school/VESPARINE/ADMIN");
+    EXPECT_EQ(m.native_path("\\\\SERVER\\SHARE\\VESPARINE"), "/mnt/share/VESPARINE");
+}
+
+TEST(DriveMap, NeverClimbsOutOfItsDrive) {
+    DriveMap m = DriveMap::explicit_map({{"F:", "/srv/school"}});
+    EXPECT_EQ(m.native_path("F:\\VESPARINE\\..\\..\\etc\\passwd"), "");
+    EXPECT_EQ(m.native_path("F:\\VESPARINE\\.\\ADMIN"), "/srv/school/VESPARINE/ADMIN");
+}
+
+TEST(DriveMap, DefaultRootServesEveryDrive) {
+    DriveMap m = DriveMap::below("/home/u/.local/share/korvel/drives");
+    EXPECT_TRUE(m.drive_exists("Z:"));
+    EXPECT_EQ(m.native_path("C:\\VESPARINE"), "/home/u/.local/share/korvel/drives/C/VESPARINE");
+    EXPECT_EQ(m.native_path("\\\\SRV\\S\\X"), "/home/u/.local/share/korvel/drives/UNC/SRV/S/X");
+}
+
+TEST(DriveMap, FindsExistingNamesWhateverTheirCase) {
+    QTemporaryDir tmp;
+    ASSERT_TRUE(QDir(tmp.path()).mkpath("VESPARINE/Staff/P2026"));
+    QFile f(tmp.path() + "/VESPARINE/Staff/P2026/PRS_ALG_RANDOM.TXT");
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.close();
+    DriveMap m = DriveMap::explicit_map({{"F:", tmp.path()}});
+    EXPECT_EQ(m.native_path("F:\\VESPARINE\\STAFF\\P2026\\prs_alg_random.txt"),
+              tmp.path() + "/VESPARINE/Staff/P2026/PRS_ALG_RANDOM.TXT");
+    // A name that does not exist keeps the case it was given.
+    EXPECT_EQ(m.native_path("F:\\VESPARINE\\STAFF\\P2027\\New.txt"),
+              tmp.path() + "/VESPARINE/Staff/P2027/New.txt");
+}
+
+TEST(FileSystem, CreateCopyReplace) {
+    QTemporaryDir tmp;
+    FileSystem fs(DriveMap::explicit_map({{"F:", tmp.path()}}));
+    EXPECT_TRUE(fs.create_folder("F:\\VESPARINE\\STAFF\\P2026"));
+    EXPECT_TRUE(fs.folder_exists("F:\\VESPARINE\\STAFF\\P2026"));
+    EXPECT_FALSE(fs.create_folder("G:\\VESPARINE"));
+    EXPECT_TRUE(fs.write_all("F:\\VESPARINE\\a.txt", "old"));
+    EXPECT_TRUE(fs.write_all("F:\\VESPARINE\\a.new", "new"));
+    EXPECT_TRUE(fs.replace_file("F:\\VESPARINE\\a.new", "F:\\VESPARINE\\a.txt"));
+    EXPECT_FALSE(fs.file_exists("F:\\VESPARINE\\a.new"));
+    EXPECT_EQ(fs.read_all("F:\\VESPARINE\\a.txt").value(), "new");
+    EXPECT_TRUE(fs.copy_file("F:\\VESPARINE\\a.txt", "F:\\VESPARINE\\b.txt"));
+    EXPECT_EQ(fs.file_size("F:\\VESPARINE\\b.txt"), 3);
+    EXPECT_EQ(fs.file_size("F:\\VESPARINE\\none.txt"), -1);
+}
+
+TEST(Codepage, EveryByteRoundTrips) {
+    QByteArray all(256, '\0');
+    for (int i = 0; i < 256; ++i) {
+        all[i] = static_cast<char>(i);
+    }
+    const QString text = korvel::cp1252::decode(all);
+    ASSERT_EQ(text.size(), 256);
+    EXPECT_EQ(text.at(0x80), QChar(0x20AC));  // the euro sign
+    EXPECT_EQ(text.at(0xEB), QChar(0xEB));    // ë
+    EXPECT_EQ(korvel::cp1252::encode(text), all);
+}
+
+TEST(Codepage, FixedFieldsAreCutAndPadded) {
+    char field[6];
+    korvel::cp1252::encode_fixed(u"Hoërskool", field, 6);
+    EXPECT_EQ(QByteArray(field, 6), QByteArray("Ho\xebrsk"));
+    korvel::cp1252::encode_fixed(u"ab", field, 6);
+    EXPECT_EQ(QByteArray(field, 6), QByteArray("ab    "));
+    // A character outside the code page, even one beyond the BMP, is one "?".
+    korvel::cp1252::encode_fixed(QString::fromUtf8("a\xF0\x9F\x98\x80z\xE4\xB8\xAD"), field, 6);
+    EXPECT_EQ(QByteArray(field, 6), QByteArray("a?z?  "));
+}

@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "store/record.h"
+#include "store/record_layouts.h"
+#include "store/store.h"
+
+using namespace korvel::store;
+
+TEST(Layouts, KnownOffsetsAndArrays) {
+    EXPECT_EQ(PRSALG["PA_REQV"].offset, 187);
+    EXPECT_EQ(PRSALG["PO_PJR"].element_offset(5), 4101);
+    EXPECT_EQ(PRSVAK["PV_VAK"].dim1, 11);
+    // First index fastest: cell (i, j) of the 11 by 6 grid.
+    EXPECT_EQ(PRSVAK["PV_VAK"].element_offset(Record::grid_index(PRSVAK["PV_VAK"], 3, 2)),
+              5 + 8 * (3 + 11 * 2));
+    EXPECT_EQ(PRSAFW["PF_REDE"].element_offset(370), 376 + 740);
+    EXPECT_EQ(layout_by_code("BHRLGM")->record_length, 1077);
+    EXPECT_EQ(layout_by_code("NOPE"), nullptr);
+}
+
+TEST(Layouts, RunningFieldNumbersSkipSlotZero) {
+    // 77 single fields and 24 arrays whose slots from 1 count: 247 numbers.
+    int numbers = 0;
+    for (const Field& f : PRSALG.fields) {
+        numbers += f.count == 1 ? 1 : f.count - 1;
+    }
+    EXPECT_EQ(numbers, kStaffFieldNumbers);
+    EXPECT_EQ(staff_field_by_number(1)->field->name, "PA_POS_NR");
+    EXPECT_EQ(staff_field_by_number(51)->field->name, "PM_F_KNR");
+    EXPECT_EQ(staff_field_by_number(52)->field->name, "PL_KIND");
+    EXPECT_EQ(staff_field_by_number(52)->index, 1);
+    EXPECT_EQ(staff_field_by_number(56)->index, 5);
+    EXPECT_EQ(staff_field_by_number(57)->field->name, "PL_GDTM");
+    EXPECT_EQ(staff_field_by_number(247)->field->name, "PO_PJR");
+    EXPECT_EQ(staff_field_by_number(247)->index, 5);
+    EXPECT_FALSE(staff_field_by_number(0));
+    EXPECT_FALSE(staff_field_by_number(248));
+    EXPECT_EQ(member_field_by_number(49)->field->offset, 823);
+    EXPECT_FALSE(member_field_by_number(50));
+}
+
+TEST(Record, TextIsCleanedAndPadded) {
+    Record r(PRSALG);
+    const Field& van = PRSALG["PA_VAN"];
+    EXPECT_EQ(r.raw_text(van), QString(30, u' '));
+    r.set_text(van, QString::fromUtf8("Coetzée"));
+    EXPECT_EQ(r.text(van), QString::fromUtf8("Coetzée"));
+    EXPECT_EQ(QByteArray(r.data() + van.offset, 8), QByteArray("Coetz\xe9"
+                                                               "e "));
+    r.set_text(van, QString(40, u'X'));
+    EXPECT_EQ(r.text(van).size(), 30);
+    // A field never written starts with NUL and reads blank, whatever follows.
+    std::memset(r.data() + van.offset, 0, 30);
+    r.data()[van.offset + 3] = 'Z';
+    EXPECT_EQ(r.text(van), "");
+    // Leading blanks stay until the trimming idiom puts the field left.
+    r.set_text(van, "  SMIT");
+    EXPECT_EQ(r.text(van), "  SMIT");
+    EXPECT_EQ(r.trim_text(van), "SMIT");
+    EXPECT_EQ(r.raw_text(van).left(5), "SMIT ");
+}
+
+TEST(Record, Int16OverflowLeavesTheFieldAlone) {
+    Record r(PRSALG);
+    const Field& salary = PRSALG["PB_SALARIS"];
+    EXPECT_TRUE(r.set_int16(salary, -2));
+    EXPECT_EQ(QByteArray(r.data() + salary.offset, 2), QByteArray("\xfe\xff", 2));
+    EXPECT_TRUE(r.set_int16(salary, 32767));
+    EXPECT_FALSE(r.set_int16(salary, 40000));
+    EXPECT_FALSE(r.set_int16(salary, -32769));
+    EXPECT_EQ(r.int16(salary), 32767);
+}
+
+TEST(Record, DatesOnDisk) {
+    Record r(PRSALG);
+    const Field& birth = PRSALG["PA_G_DATUM"];
+    r.set_date(birth, QDate(2016, 2, 29));
+    EXPECT_EQ(r.date_serial(birth), 42429.0);
+    EXPECT_EQ(r.date(birth), QDate(2016, 2, 29));
+    r.set_date_serial(birth, 42429.75);  // a time of day does not move the date
+    EXPECT_EQ(r.date(birth), QDate(2016, 2, 29));
+    for (double bad : {0.0, -5.0, std::nan(""), std::numeric_limits<double>::infinity(), 1e300}) {
+        r.set_date_serial(birth, bad);
+        EXPECT_FALSE(r.date(birth).has_value()) << bad;
+    }
+    r.set_date(birth, QDate());
+    EXPECT_EQ(r.date_serial(birth), 0.0);
+}
+
+TEST(Record, ClearBlanksTextAndZeroesTheRest) {
+    Record r(BHRLGM);
+    std::memset(r.data(), 0x55, static_cast<std::size_t>(r.size()));
+    r.clear();
+    EXPECT_EQ(r.text(BHRLGM["BL_VAN"]), "");
+    EXPECT_EQ(r.raw_text(BHRLGM["BL_VAN"]), QString(30, u' '));
+    EXPECT_EQ(r.raw(BHRLGM["BL_RES_815"]), QByteArray(4, '\0'));
+    EXPECT_EQ(r.byte(BHRLGM["BL_SA_BURGER"]), 0);
+    EXPECT_EQ(r.date_serial(BHRLGM["BL_G_DATUM"]), 0.0);
+}
+
+TEST(CleanField, NullsTimesAndBlanks) {
+    EXPECT_EQ(clean_field(QString(QChar(0)) + "ABC"), "");
+    EXPECT_EQ(clean_field("12:00:00 AM"), "");
+    EXPECT_EQ(clean_field(" 00:00:00 "), "");
+    EXPECT_EQ(clean_field("  "), "");
+    EXPECT_EQ(clean_field(" AB  "), " AB");
+    EXPECT_EQ(first_word("JAN PIET"), "JAN");
+    EXPECT_EQ(first_word("JAN"), "JAN");
+    EXPECT_EQ(first_word("   "), "");
+}

@@ -1,0 +1,279 @@
+// The real dialogs, driven as a user would: a timer finds the modal dialog once it is up and
+// clicks, types or presses keys in it.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QFontDatabase>
+#include <QFontDialog>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+
+#include "ui/calendar_form.h"
+#include "ui/qt_dialogs.h"
+
+namespace korvel::ui {
+namespace {
+
+// Runs an action on the next visible modal dialog of type T, inside that dialog's event loop.
+// A dialog the action leaves open is closed after a while, as a failure, so a test never hangs.
+template <class T>
+class Driver {
+  public:
+    explicit Driver(std::function<void(T*)> action) : action_(std::move(action)) {
+        QObject::connect(&timer_, &QTimer::timeout, [this] { poll(); });
+        timer_.start(10);
+    }
+    bool ran() const { return ran_; }
+
+  private:
+    void poll() {
+        auto* dialog = qobject_cast<T*>(QApplication::activeModalWidget());
+        if (dialog == nullptr || !dialog->isVisible()) {
+            return;
+        }
+        timer_.stop();
+        ran_ = true;
+        action_(dialog);
+        QTimer::singleShot(5000, dialog, [dialog] {
+            if (dialog->isVisible()) {
+                ADD_FAILURE() << "the dialog was left open";
+                static_cast<QDialog*>(dialog)->done(QDialog::Rejected);
+            }
+        });
+    }
+
+    std::function<void(T*)> action_;
+    QTimer timer_;
+    bool ran_ = false;
+};
+
+class QtDialogsTest : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        static int argc = 1;
+        static char name[] = "test_qt_dialogs";
+        static char* argv[] = {name, nullptr};
+        if (qApp == nullptr) {
+            if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+                qputenv("QT_QPA_PLATFORM", "offscreen");
+            }
+            new QApplication(argc, argv);
+        }
+    }
+    QtDialogs dialogs;
+};
+
+TEST_F(QtDialogsTest, MessageShowsPlainTextUnderTheDefaultCaption) {
+    QString title, text;
+    Qt::TextFormat format = Qt::AutoText;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    QMessageBox::StandardButtons buttons;
+    Driver<QMessageBox> d([&](QMessageBox* box) {
+        title = box->windowTitle();
+        text = box->text();
+        format = box->textFormat();
+        icon = box->icon();
+        buttons = box->standardButtons();
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    dialogs.message(QStringLiteral("<b>NOG</b> IETS\r\nTWEEDE RY"), Icon::Exclamation);
+    ASSERT_TRUE(d.ran());
+    EXPECT_EQ(title, "KORVEL");
+    EXPECT_EQ(text, "<b>NOG</b> IETS\nTWEEDE RY");
+    EXPECT_EQ(format, Qt::PlainText);
+    EXPECT_EQ(icon, QMessageBox::Warning);
+    EXPECT_EQ(buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+}
+
+// Every set of buttons: the buttons shown, the answer of each button clicked, of Escape, and
+// of Enter, which takes the default answer, or the first button when that is not one of them.
+TEST_F(QtDialogsTest, QuestionsAnswerTheButtonClickedEscapeAndEnter) {
+    const QMap<Answer, QMessageBox::StandardButton> qt = {
+        {Answer::Ok, QMessageBox::Ok},         {Answer::Cancel, QMessageBox::Cancel},
+        {Answer::Yes, QMessageBox::Yes},       {Answer::No, QMessageBox::No},
+        {Answer::Retry, QMessageBox::Retry},   {Answer::Abort, QMessageBox::Abort},
+        {Answer::Ignore, QMessageBox::Ignore},
+    };
+    struct Case {
+        Buttons buttons;
+        QList<Answer> answers;
+        Answer on_escape;
+        Answer default_answer;
+        Answer on_enter;
+    };
+    const QList<Case> cases = {
+        {Buttons::Ok, {Answer::Ok}, Answer::Ok, Answer::Ok, Answer::Ok},
+        {Buttons::OkCancel,
+         {Answer::Ok, Answer::Cancel},
+         Answer::Cancel,
+         Answer::Cancel,
+         Answer::Cancel},
+        {Buttons::YesNo, {Answer::Yes, Answer::No}, Answer::No, Answer::No, Answer::No},
+        {Buttons::YesNoCancel,
+         {Answer::Yes, Answer::No, Answer::Cancel},
+         Answer::Cancel,
+         Answer::No,
+         Answer::No},
+        {Buttons::RetryCancel,
+         {Answer::Retry, Answer::Cancel},
+         Answer::Cancel,
+         Answer::Ok,
+         Answer::Retry},
+        {Buttons::AbortRetryIgnore,
+         {Answer::Abort, Answer::Retry, Answer::Ignore},
+         Answer::Abort,
+         Answer::Ignore,
+         Answer::Ignore},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(static_cast<int>(c.buttons));
+        QMessageBox::StandardButtons expected_shown;
+        for (Answer a : c.answers) {
+            expected_shown |= qt[a];
+        }
+        auto ask_and = [&](const std::function<void(QMessageBox*)>& act) {
+            Driver<QMessageBox> d([&](QMessageBox* box) {
+                EXPECT_EQ(box->standardButtons(), expected_shown);
+                act(box);
+            });
+            const Answer got =
+                dialogs.ask(QStringLiteral("?"), c.buttons, Icon::Question, c.default_answer);
+            EXPECT_TRUE(d.ran());
+            return got;
+        };
+        for (Answer a : c.answers) {
+            EXPECT_EQ(ask_and([&](QMessageBox* box) { box->button(qt[a])->click(); }), a);
+        }
+        EXPECT_EQ(ask_and([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); }),
+                  c.on_escape);
+        EXPECT_EQ(ask_and([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); }),
+                  c.on_enter);
+    }
+}
+
+TEST_F(QtDialogsTest, InputReplacesTheOfferedTextHidesPasswordsAndTellsCancelFromBlank) {
+    QString title;
+    QLineEdit::EchoMode echo = QLineEdit::Normal;
+    Driver<QInputDialog> typed([&](QInputDialog* dlg) {
+        title = dlg->windowTitle();
+        echo = dlg->textEchoMode();
+        QTest::keyClicks(dlg->findChild<QLineEdit*>(), QStringLiteral("SMIT"));
+        dlg->accept();
+    });
+    EXPECT_EQ(dialogs.input(QStringLiteral("STELSEL WAGWOORD"), {}, QStringLiteral("JONES"), true),
+              std::optional<QString>(QStringLiteral("SMIT")));
+    ASSERT_TRUE(typed.ran());
+    EXPECT_EQ(title, "KORVEL");
+    EXPECT_EQ(echo, QLineEdit::Password);
+
+    Driver<QInputDialog> blank([&](QInputDialog* dlg) {
+        echo = dlg->textEchoMode();
+        dlg->findChild<QLineEdit*>()->clear();
+        dlg->accept();
+    });
+    EXPECT_EQ(dialogs.input(QStringLiteral("P"), QStringLiteral("T"), QStringLiteral("X")),
+              std::optional<QString>(QString()));
+    ASSERT_TRUE(blank.ran());
+    EXPECT_EQ(echo, QLineEdit::Normal);
+
+    Driver<QInputDialog> cancel([](QInputDialog* dlg) { dlg->reject(); });
+    EXPECT_EQ(dialogs.input(QStringLiteral("P"), QStringLiteral("T"), QStringLiteral("X")),
+              std::nullopt);
+    ASSERT_TRUE(cancel.ran());
+}
+
+TEST_F(QtDialogsTest, CalendarStartsOnTheDateGivenOrToday) {
+    EXPECT_EQ(CalendarForm({}, QDate(2024, 2, 29)).calendar()->selectedDate(), QDate(2024, 2, 29));
+    EXPECT_EQ(CalendarForm({}, QDate()).calendar()->selectedDate(), QDate::currentDate());
+    EXPECT_EQ(CalendarForm({}, QDate(1600, 1, 1)).calendar()->selectedDate(),
+              CalendarForm::first_date());
+}
+
+TEST_F(QtDialogsTest, CalendarReturnsTheDayDoubleClickedEnteredOrConfirmed) {
+    QString caption;
+    Driver<CalendarForm> double_click([&](CalendarForm* form) {
+        caption = form->windowTitle();
+        auto* view = form->calendar()->findChild<QTableView*>();
+        const QPoint cell = view->visualRect(view->currentIndex()).center();
+        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, cell);
+    });
+    EXPECT_EQ(dialogs.pick_date(QStringLiteral("SYSTEM DATE"), QDate(2025, 3, 14)),
+              QDate(2025, 3, 14));
+    ASSERT_TRUE(double_click.ran());
+    EXPECT_EQ(caption, "SYSTEM DATE");
+
+    Driver<CalendarForm> keys([](CalendarForm* form) {
+        auto* view = form->calendar()->findChild<QTableView*>();
+        QTest::keyClick(view, Qt::Key_Right);  // across the month end
+        QTest::keyClick(view, Qt::Key_Return);
+    });
+    EXPECT_EQ(dialogs.pick_date(QStringLiteral("X"), QDate(2024, 2, 29)), QDate(2024, 3, 1));
+    ASSERT_TRUE(keys.ran());
+
+    Driver<CalendarForm> ok([](CalendarForm* form) {
+        form->calendar()->setSelectedDate(QDate(2026, 12, 31));
+        form->findChild<QPushButton*>(QStringLiteral("ok"))->click();
+    });
+    EXPECT_EQ(dialogs.pick_date(QStringLiteral("X"), QDate(2026, 1, 1)), QDate(2026, 12, 31));
+    ASSERT_TRUE(ok.ran());
+}
+
+TEST_F(QtDialogsTest, CalendarClosedWithoutPickingGivesNothing) {
+    Driver<CalendarForm> escape([](CalendarForm* form) {
+        form->calendar()->setSelectedDate(QDate(2026, 5, 5));
+        QTest::keyClick(form, Qt::Key_Escape);
+    });
+    EXPECT_EQ(dialogs.pick_date(QStringLiteral("X"), QDate(2026, 1, 1)), std::nullopt);
+    ASSERT_TRUE(escape.ran());
+
+    Driver<CalendarForm> close([](CalendarForm* form) { form->close(); });
+    EXPECT_EQ(dialogs.pick_date(QStringLiteral("X"), QDate(2026, 1, 1)), std::nullopt);
+    ASSERT_TRUE(close.ran());
+}
+
+TEST(QtFileFilter, TurnsTheSystemsFiltersIntoQtFilters) {
+    EXPECT_EQ(qt_file_filter(QString()), QString());
+    EXPECT_EQ(qt_file_filter(QStringLiteral(" *.jpg;*.bmp ")), "*.jpg *.bmp");
+    EXPECT_EQ(qt_file_filter(QStringLiteral("Pictures (*.jpg;*.bmp)|*.jpg;*.bmp|All files|*.*")),
+              "Pictures (*.jpg *.bmp);;All files (*.*)");
+    // Brackets that hold no pattern belong to the description.
+    EXPECT_EQ(qt_file_filter(QStringLiteral("Workbook (Excel 97)|*.xls")),
+              "Workbook (Excel 97) (*.xls)");
+    EXPECT_EQ(qt_file_filter(QStringLiteral("|*.txt|Nothing|")), "*.txt;;Nothing (*)");
+}
+
+TEST_F(QtDialogsTest, FontChooserKeepsTheFontAcceptedWithItsEffects) {
+    QString family;
+    for (const char* f : {"DejaVu Sans", "Liberation Sans", "Arial"}) {
+        if (QFontDatabase::styles(QString::fromLatin1(f)).contains(QStringLiteral("Bold Italic"))) {
+            family = QString::fromLatin1(f);
+            break;
+        }
+    }
+    if (family.isEmpty()) {
+        GTEST_SKIP() << "no font with a bold italic face";
+    }
+    const FontChoice start{family, 12.0, true, true, true};
+    Driver<QFontDialog> accept([](QFontDialog* dlg) { dlg->accept(); });
+    const auto chosen = choose_font_qt(nullptr, start);
+    ASSERT_TRUE(accept.ran());
+    ASSERT_TRUE(chosen.has_value());
+    EXPECT_EQ(chosen->family, family);
+    EXPECT_DOUBLE_EQ(chosen->point_size, 12.0);
+    EXPECT_TRUE(chosen->bold && chosen->italic && chosen->underline);
+
+    Driver<QFontDialog> cancel([](QFontDialog* dlg) { dlg->reject(); });
+    EXPECT_EQ(choose_font_qt(nullptr, start), std::nullopt);
+    ASSERT_TRUE(cancel.ran());
+}
+
+}  // namespace
+}  // namespace korvel::ui

@@ -1,0 +1,21 @@
+#include <gtest/gtest.h>
+
+#include "ui/scripted_dialogs.h"
+
+using namespace korvel::ui;
+
+TEST(ScriptedDialogs, AnswersInOrderThenTheDefault) {
+    ScriptedDialogs script;
+    script.answer(Answer::Yes);
+    script.type(QString("abc"));
+    script.type(std::nullopt);
+    Dialogs& d = script;
+    EXPECT_EQ(d.ask("one ?", Buttons::YesNo, Icon::Question, Answer::No), Answer::Yes);
+    EXPECT_EQ(d.ask("two ?", Buttons::YesNo, Icon::Question, Answer::No), Answer::No);
+    EXPECT_EQ(d.input("name", "T"), QString("abc"));
+    EXPECT_EQ(d.input("name", "T"), std::nullopt);
+    EXPECT_EQ(d.input("name", "T"), std::nullopt);
+    d.message("done", Icon::Critical);
+    EXPECT_EQ(script.texts(), QStringList({"one ?", "two ?", "done"}));
+    EXPECT_EQ(script.shown().last().icon, Icon::Critical);
+}
