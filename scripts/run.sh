@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Makes the demo data tree on first use and opens the program on it. Without a display the
-# main job runs headless and says where its output is.
+# start-up runs headless and says where its output is.
 set -euo pipefail
-build="$1"
-demo="$2"
+build="$(cd "$1" && pwd)"
+mkdir -p "$2"
+demo="$(cd "$2" && pwd)"
 cli="$build/src/app/korvel-cli"
 
 if [ ! -d "$demo/VESPARINE" ]; then
@@ -11,16 +12,27 @@ if [ ! -d "$demo/VESPARINE" ]; then
   "$cli" demo "$demo"
 fi
 
-year=$(date +%Y)
-staff="$demo/VESPARINE/STAFF/P$year"
+# The demo tree is drive C: of the suite, with the programs installed where the suite keeps
+# them: the path tool in BRANTOK, KORVEL in its own folder.
+suite="$demo/Program Files (x86)"
+mkdir -p "$suite/KORVEL" "$suite/BRANTOK"
+ln -sf "$build/tools/path-tool/korvel-path-tool" "$suite/BRANTOK/LINDOVER.EXE"
+printf 'C:=%s\n' "$demo" > "$demo/drives.conf"
+export KORVEL_DRIVES="$demo/drives.conf"
+export KORVEL_EXE='C:\Program Files (x86)\KORVEL\KORVEL.EXE'
+
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  echo "Opening KORVEL on $demo ..."
+  exec "$build/src/app/korvel"
+fi
+
 out="$demo/out"
 mkdir -p "$out"
-"$cli" dump PRSALG --folder "$staff" > "$out/staff.csv"
-"$cli" dump SKL --folder "$demo/VESPARINE/GENERAL/G$year" --format json > "$out/school.json"
+"$cli" info > "$out/info.txt"
+year=$(sed -n 's/^ledger year: //p' "$out/info.txt")
+"$cli" dump PRSALG --folder "$demo/VESPARINE/STAFF/P$year" > "$out/staff.csv"
+cat "$out/info.txt"
 echo
-echo "Demo data tree:  $demo (drive C: of the suite)"
-echo "Staff records:   $(($(wc -l < "$out/staff.csv") - 1)) in $staff/prs_alg_random.txt"
-echo "Dumps written:   $out/staff.csv, $out/school.json"
-echo
-echo "The first staff records (post number, state, surname, names):"
-cut -d, -f2-5 "$out/staff.csv" | head -n 8
+echo "There is no display here, so the start-up ran headless (korvel-cli info) on the demo tree."
+echo "Output: $out/info.txt and $out/staff.csv ($(($(wc -l < "$out/staff.csv") - 1)) staff records)."
+echo "With a display, make run opens the program itself."

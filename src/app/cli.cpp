@@ -5,9 +5,11 @@
 #include <QFileInfo>
 
 #include "app/cli_dump.h"
+#include "platform/executable.h"
 #include "platform/process_end.h"
 #include "shell/demo_tree.h"
 #include "shell/session.h"
+#include "shell/startup.h"
 #include "store/record_layouts.h"
 #include "ui/scripted_dialogs.h"
 
@@ -23,7 +25,9 @@ const char* const kUsage =
     "  demo DIR\n"
     "      writes the demo data tree below DIR (drive C: of the suite)\n"
     "  compact --folder DIR\n"
-    "      compacts the staff files of DIR, as closing the register does\n";
+    "      compacts the staff files of DIR, as closing the register does\n"
+    "  info [--drive X:=DIR ...]\n"
+    "      runs the start-up unattended and prints the folders, ledger year, language and school\n";
 
 // The value after an option ("--folder DIR"); blank when the option is absent.
 QString option(const QStringList& args, const QString& name) {
@@ -122,6 +126,63 @@ int compact(const QStringList& args, QTextStream& out, QTextStream& err) {
     return 0;
 }
 
+int info(const QStringList& args, QTextStream& out, QTextStream& err) {
+    platform::DriveMap drives = platform::DriveMap::from_environment();
+    for (qsizetype i = 1; i < args.size(); ++i) {
+        if (args.at(i) == u"--drive" && i + 1 < args.size()) {
+            const QStringList bad = drives.read_config(args.at(++i));
+            if (!bad.isEmpty()) {
+                err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
+                return 2;
+            }
+        } else {
+            err << kUsage;
+            return 2;
+        }
+    }
+    ui::UnattendedDialogs dialogs;
+    shell::Session session(dialogs, drives);
+    session.executable_path = platform::executable_windows_path(drives);
+    session.afrikaans = false;
+    shell::Startup startup(session);
+    startup.begin();
+    startup.locate();
+    startup.read_language();
+    if (!startup.splash_check_school_file()) {
+        return 1;
+    }
+    startup.settle_ledger_year();
+    const store::Folders& f = session.folders;
+    const std::pair<const char*, QString> rows[] = {
+        {"executable", session.executable_path},
+        {"suite home", f.suite_home},
+        {"program folder", f.program},
+        {"workstation folder", f.workstation},
+        {"workstation program folder", f.workstation_program},
+        {"program drive", f.program_drive},
+        {"admin folder", f.admin},
+        {"funds folder", f.funds},
+        {"stock folder", f.stock},
+        {"staff folder", f.staff},
+        {"hbooks folder", f.hbooks},
+        {"roster folder", f.roster},
+        {"media folder", f.media},
+        {"budget folder", f.budget},
+        {"general year folder", f.general_year},
+        {"school folder", f.school},
+        {"ledger year", session.ledger_year},
+        {"language", session.afrikaans ? QStringLiteral("Afrikaans") : QStringLiteral("English")},
+        {"school", session.school.name},
+        {"initials", session.school.initials},
+        {"province", session.school.province_code + u' ' + session.school.province_name},
+        {"staff records", QString::number(session.count(store::Code::PRSALG))},
+    };
+    for (const auto& [name, value] : rows) {
+        out << name << ": " << value << "\n";
+    }
+    return 0;
+}
+
 }  // namespace
 
 int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
@@ -139,6 +200,9 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
         }
         if (command == u"compact") {
             return compact(args, out, err);
+        }
+        if (command == u"info") {
+            return info(args, out, err);
         }
         err << "korvel-cli: unknown command " << command << "\n" << kUsage;
         return 2;

@@ -173,4 +173,36 @@ QString DriveMap::native_path(const QString& windows_path) const {
     return path;
 }
 
+QString DriveMap::windows_path(const QString& native) const {
+    if (identity_) {
+        return QDir::toNativeSeparators(native);
+    }
+    const QString clean = QDir::cleanPath(native);
+    const auto below = [&](const QString& root, const QString& drive) -> QString {
+        if (clean == root) {
+            return drive + u'\\';
+        }
+        if (!clean.startsWith(root + u'/')) {
+            return {};
+        }
+        QString rest = clean.mid(root.size());
+        rest.replace(u'/', u'\\');
+        return drive + rest;
+    };
+    for (auto it = drives_.begin(); it != drives_.end(); ++it) {
+        const QString w = below(it.value(), it.key());
+        if (!w.isEmpty()) {
+            return w;
+        }
+    }
+    if (!default_root_.isEmpty() && clean.startsWith(default_root_ + u'/')) {
+        const QString rest = clean.mid(default_root_.size() + 1);
+        const QString letter = rest.section(u'/', 0, 0);
+        if (letter.size() == 1 && letter.at(0).isLetter()) {
+            return below(default_root_ + u'/' + letter, letter.toUpper() + u':');
+        }
+    }
+    return {};
+}
+
 }  // namespace korvel::platform

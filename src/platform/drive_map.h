@@ -38,6 +38,10 @@ class DriveMap {
     // existing component is found whatever its case, as Windows would.
     QString native_path(const QString& windows_path) const;
 
+    // The Windows-form path of a native path that lies below a drive's folder; blank when it
+    // lies below none. The inverse of native_path, for the executable's own path.
+    QString windows_path(const QString& native) const;
+
     // The drives named explicitly, for display.
     QMap<QString, QString> drives() const { return drives_; }
     QString default_root() const { return default_root_; }

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <optional>
 
+#include "platform/codepage.h"
 #include "platform/user.h"
 
 namespace korvel::shell {
@@ -336,6 +337,39 @@ IdCheck valid_id_number(const QString& text, const QString& gender, bool afrikaa
 
 QString current_user() {
     return platform::current_user();
+}
+
+}  // namespace korvel::shell
+
+namespace korvel::shell {
+
+QString upper_name(const QString& text) {
+    QString out;
+    out.reserve(text.size());
+    for (const QChar c : text) {
+        const QChar up = c.toUpper();  // one character for one, so "ß" stays
+        const auto code = static_cast<unsigned char>(cp1252::to_byte(up.unicode()));
+        out += (code > 127 && code < 224 && up != u'?') ? up.toLower() : up;
+    }
+    out.replace(QStringLiteral("HOERSKOOL"), QString::fromUtf8("HOëRSKOOL"));
+    return out;
+}
+
+QString proper_name(const QString& text) {
+    QString out = text.toLower().trimmed();
+    for (const QChar separator : {QChar(u' '), QChar(u'-'), QChar(u'_'), QChar(u'\\')}) {
+        bool start = true;
+        for (QChar& c : out) {
+            if (c == separator) {
+                start = true;
+            } else if (start) {
+                c = c.toUpper();
+                start = false;
+            }
+        }
+    }
+    out.replace(QStringLiteral("Hoerskool"), QString::fromUtf8("Hoërskool"));
+    return out;
 }
 
 }  // namespace korvel::shell

@@ -78,3 +78,15 @@ IdCheck valid_id_number(const QString& text, const QString& gender, bool afrikaa
 QString current_user();
 
 }  // namespace korvel::shell
+
+namespace korvel::shell {
+
+// School-style capitals: upper case, but a letter whose Windows-1252 code lies between 128 and
+// 223 goes back to its small form, so "HOëRSKOOL" keeps its small ë; "HOERSKOOL" becomes
+// "HOëRSKOOL".
+QString upper_name(const QString& text);
+
+// Each word capitalised, at blanks, "-", "_" and "\"; "Hoerskool" becomes "Hoërskool".
+QString proper_name(const QString& text);
+
+}  // namespace korvel::shell

@@ -111,3 +111,14 @@ TEST(Codepage, FixedFieldsAreCutAndPadded) {
     korvel::cp1252::encode_fixed(QString::fromUtf8("a\xF0\x9F\x98\x80z\xE4\xB8\xAD"), field, 6);
     EXPECT_EQ(QByteArray(field, 6), QByteArray("a?z?  "));
 }
+
+TEST(DriveMap, WindowsPathIsTheInverse) {
+    DriveMap m = DriveMap::explicit_map({{"F:", "/srv/school"}});
+    EXPECT_EQ(m.windows_path("/srv/school/Program Files (x86)/KORVEL/KORVEL.EXE"),
+              "F:\\Program Files (x86)\\KORVEL\\KORVEL.EXE");
+    EXPECT_EQ(m.windows_path("/srv/schoolyard/x"), "");
+    EXPECT_EQ(m.windows_path("/elsewhere"), "");
+    DriveMap d = DriveMap::below("/data");
+    EXPECT_EQ(d.windows_path("/data/c/VESPARINE"), "C:\\VESPARINE");
+    EXPECT_EQ(d.native_path(d.windows_path("/data/Z/a/b")), "/data/Z/a/b");
+}

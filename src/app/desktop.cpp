@@ -1,0 +1,276 @@
+#include "app/desktop.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QFont>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPalette>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "platform/process_end.h"
+#include "shell/common_dialogs.h"
+
+namespace korvel::app {
+
+MenuForm::MenuForm(shell::Session& session, shell::Startup& startup,
+                   const std::map<QString, FormFactory>& forms, QWidget* parent)
+    : QWidget(parent), s_(session), menu_(session, startup), forms_(forms) {
+    setObjectName(QStringLiteral("sk4_mnu"));
+    for (const auto& [name, factory] : forms_) {
+        menu_.available_forms.insert(name);
+    }
+    menu_.open_child_form = [this](const QString& name) { open_child_form(name); };
+    menu_.open_document = [](const QString& native) {
+        return QDesktopServices::openUrl(QUrl::fromLocalFile(native));
+    };
+
+    auto* strip = new QHBoxLayout;
+    ops_datum_ = new QLabel(this);
+    ops_tyd_ = new QLabel(this);
+    prg_version_ = new QLabel(this);
+    school_ = new QLabel(this);
+    QFont bold = font();
+    bold.setBold(true);
+    for (QLabel* l : {ops_datum_, ops_tyd_, prg_version_}) {
+        l->setFont(bold);
+    }
+    QFont big = font();
+    big.setPointSize(big.pointSize() + 6);
+    big.setBold(true);
+    school_->setFont(big);
+    strip->addWidget(ops_datum_);
+    strip->addSpacing(12);
+    strip->addWidget(ops_tyd_);
+    strip->addStretch();
+    strip->addWidget(prg_version_);
+    // The header strip: white bold text on the suite's dark band.
+    auto* band = new QWidget(this);
+    band->setObjectName(QStringLiteral("header_strip"));
+    band->setAutoFillBackground(true);
+    QPalette dark = band->palette();
+    dark.setColor(QPalette::Window, QColor(0x1F, 0x3A, 0x5F));
+    dark.setColor(QPalette::WindowText, Qt::white);
+    band->setPalette(dark);
+    band->setLayout(strip);
+    school_->setAlignment(Qt::AlignHCenter);
+
+    auto* entries = new QHBoxLayout;
+    for (int i = 1; i <= 5; ++i) {
+        auto* b = new QPushButton(this);
+        b->setObjectName(QStringLiteral("sk4_menu_%1").arg(i));
+        b->setMinimumSize(160, 90);
+        entries->addWidget(b);
+        connect(b, &QPushButton::clicked, this, [this, i] { menu_.sk4_menu_click(i); });
+        sk4_menu_[i] = b;
+    }
+    sk4_exit_ = new QPushButton(QStringLiteral("X"), this);
+    sk4_exit_->setObjectName(QStringLiteral("sk4_exit"));
+    sk4_exit_->setMinimumSize(60, 90);
+    entries->addWidget(sk4_exit_);
+    connect(sk4_exit_, &QPushButton::clicked, this, [this] {
+        try {
+            menu_.sk4_exit_click();
+        } catch (const ProcessEnd& end) {
+            QCoreApplication::exit(end.exit_code());
+        }
+    });
+
+    rekords_jaar_lys_ = new QListWidget(this);
+    rekords_jaar_lys_->setObjectName(QStringLiteral("rekords_jaar_lys"));
+    rekords_jaar_lys_->setMaximumWidth(100);
+    connect(rekords_jaar_lys_, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
+        menu_.rekords_jaar_lys_click(item->text());
+        refresh();
+    });
+    dir_disp_staff_ = new QPushButton(this);
+    dir_disp_staff_->setObjectName(QStringLiteral("dir_disp_staff"));
+    dir_disp_staff_->setFlat(true);
+    connect(dir_disp_staff_, &QPushButton::clicked, this, [this] {
+        menu_.dir_disp_staff_click();
+        refresh();
+    });
+
+    auto* tools = new QHBoxLayout;
+    tab_undo_ = new QPushButton(QStringLiteral("↺"), this);
+    nuusbrief_ = new QPushButton(QStringLiteral("✉"), this);
+    prs_export_ = new QPushButton(QStringLiteral("⇪"), this);
+    backup_ = new QPushButton(QStringLiteral("⛁"), this);
+    help_pdf_ = new QPushButton(QStringLiteral("?"), this);
+    prs_export_->setEnabled(menu_.available_forms.contains(QStringLiteral("sk4_export")));
+    for (QPushButton* b : {tab_undo_, nuusbrief_, prs_export_, backup_, help_pdf_}) {
+        tools->addWidget(b);
+    }
+    tools->addStretch();
+    tools->addWidget(dir_disp_staff_);
+    connect(tab_undo_, &QPushButton::clicked, this, [this] { menu_.tab_undo_click(); });
+    connect(nuusbrief_, &QPushButton::clicked, this, [this] { menu_.nuusbrief_click(); });
+    connect(backup_, &QPushButton::clicked, this, [this] { menu_.backup_click(); });
+    connect(help_pdf_, &QPushButton::clicked, this, [this] { menu_.help_pdf_click(); });
+
+    auto* body = new QHBoxLayout;
+    body->addLayout(entries, 1);
+    body->addWidget(rekords_jaar_lys_);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(band);
+    layout->addWidget(school_);
+    layout->addLayout(body, 1);
+    layout->addLayout(tools);
+
+    timer1_.setInterval(1000);
+    connect(&timer1_, &QTimer::timeout, this, [this] {
+        menu_.timer1_tick();
+        ops_tyd_->setText(menu_.header.ops_tyd);
+    });
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void MenuForm::load() {
+    menu_.form_load();
+    refresh();
+    timer1_.start();
+    setFocus();
+}
+
+void MenuForm::refresh() {
+    menu_.set_captions();
+    for (int i = 1; i <= 5; ++i) {
+        sk4_menu_[i]->setText(menu_.sk4_menu[i].caption);
+        sk4_menu_[i]->setToolTip(menu_.sk4_menu[i].tooltip);
+        sk4_menu_[i]->setEnabled(menu_.sk4_menu[i].enabled);
+    }
+    sk4_exit_->setToolTip(menu_.sk4_exit_tooltip);
+    backup_->setToolTip(menu_.backup_tooltip);
+    tab_undo_->setToolTip(menu_.tab_undo_tooltip);
+    nuusbrief_->setToolTip(menu_.nuusbrief_tooltip);
+    dir_disp_staff_->setToolTip(menu_.dir_disp_staff_tooltip);
+    dir_disp_staff_->setText(menu_.dir_disp_staff);
+    ops_datum_->setText(menu_.header.ops_datum);
+    ops_tyd_->setText(menu_.header.ops_tyd);
+    prg_version_->setText(menu_.header.prg_version);
+    school_->setText(menu_.school_name);
+    rekords_jaar_lys_->clear();
+    rekords_jaar_lys_->addItems(menu_.rekords_jaar_lys);
+    const auto found = rekords_jaar_lys_->findItems(menu_.year_label, Qt::MatchExactly);
+    if (!found.isEmpty()) {
+        rekords_jaar_lys_->setCurrentItem(found.first());
+    }
+    if (window() != nullptr) {
+        window()->setWindowTitle(menu_.caption);
+    }
+}
+
+void MenuForm::keyPressEvent(QKeyEvent* event) {
+    try {
+        if (event->key() == Qt::Key_Escape) {
+            menu_.key_press(QStringLiteral("Escape"));
+        } else {
+            menu_.key_press(event->text());
+        }
+    } catch (const ProcessEnd& end) {
+        QCoreApplication::exit(end.exit_code());
+    }
+}
+
+void MenuForm::open_child_form(const QString& name) {
+    const auto factory = forms_.find(name);
+    if (factory == forms_.end()) {
+        return;
+    }
+    // A second click restarts the form.
+    if (auto it = open_forms_.find(name); it != open_forms_.end() && it->second) {
+        it->second->close();
+        it->second->deleteLater();
+    }
+    QWidget* form = factory->second(s_, this);
+    if (form == nullptr) {
+        return;
+    }
+    form->setAttribute(Qt::WA_DeleteOnClose);
+    form->setWindowFlag(Qt::Window);
+    open_forms_[name] = form;
+    form->show();
+}
+
+SplashForm::SplashForm(shell::Session& session, QWidget* parent) : QDialog(parent), s_(session) {
+    setObjectName(QStringLiteral("staff_splash"));
+    setWindowTitle(QStringLiteral("KORVEL"));
+    auto* layout = new QVBoxLayout(this);
+    auto* product = new QLabel(QStringLiteral("KORVEL"), this);
+    product->setObjectName(QStringLiteral("lblProductName"));
+    QFont big = product->font();
+    big.setPointSize(big.pointSize() + 14);
+    big.setBold(true);
+    product->setFont(big);
+    auto* version = new QLabel(s_.program_version, this);
+    version->setObjectName(QStringLiteral("lblVersion"));
+    auto* school = new QLabel(s_.school.name, this);
+    layout->addWidget(product, 0, Qt::AlignHCenter);
+    layout->addWidget(version, 0, Qt::AlignHCenter);
+    layout->addWidget(school, 0, Qt::AlignHCenter);
+    chk_lang_[1] = new QRadioButton(QStringLiteral("AFRIKAANS"), this);
+    chk_lang_[2] = new QRadioButton(QStringLiteral("ENGLISH"), this);
+    chk_lang_[1]->setObjectName(QStringLiteral("chk_lang_1"));
+    chk_lang_[2]->setObjectName(QStringLiteral("chk_lang_2"));
+    (s_.afrikaans ? chk_lang_[1] : chk_lang_[2])->setChecked(true);
+    auto* langs = new QHBoxLayout;
+    for (int i = 1; i <= 2; ++i) {
+        langs->addWidget(chk_lang_[i]);
+        connect(chk_lang_[i], &QRadioButton::clicked, this, [this, i] {
+            s_.afrikaans = i == 1;
+            accept();
+        });
+    }
+    layout->addLayout(langs);
+    timer1_.setSingleShot(true);
+    timer1_.setInterval(3000);
+    connect(&timer1_, &QTimer::timeout, this, [this] {
+        s_.afrikaans = chk_lang_[1]->isChecked();
+        accept();
+    });
+}
+
+bool SplashForm::run() {
+    timer1_.start();
+    return exec() == QDialog::Accepted;
+}
+
+ShellWindow::ShellWindow(shell::Session& session, shell::Startup& startup,
+                         const std::map<QString, FormFactory>& forms)
+    : s_(session), startup_(startup) {
+    setObjectName(QStringLiteral("startup"));
+    setWindowTitle(QStringLiteral("KORVEL - VESPARINE"));
+    menu_ = new MenuForm(session, startup, forms, this);
+    setCentralWidget(menu_);
+    menu_->hide();
+}
+
+bool ShellWindow::start() {
+    startup_.read_language();
+    if (!startup_.splash_check_school_file()) {
+        return false;
+    }
+    SplashForm splash(s_, this);
+    splash.run();
+    menu_->show();
+    menu_->load();
+    return true;
+}
+
+void ShellWindow::closeEvent(QCloseEvent* event) {
+    // The shell does not close: the splash shows again. The program ends from the menu.
+    event->ignore();
+    SplashForm splash(s_, this);
+    splash.run();
+    menu_->refresh();
+}
+
+void ShellWindow::contextMenuEvent(QContextMenuEvent*) {
+    shell::set_system_date(s_);
+}
+
+}  // namespace korvel::app

@@ -1,0 +1,94 @@
+#pragma once
+// The desktop program's forms: the full-screen shell `startup`, the splash `staff_splash` and
+// the menu `sk4_mnu`. They bind widgets to the behaviour classes of the shell and stay thin.
+
+#include <QDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <QWidget>
+#include <array>
+#include <functional>
+#include <map>
+
+#include "shell/main_menu.h"
+#include "shell/session.h"
+#include "shell/startup.h"
+
+namespace korvel::app {
+
+// A child form of the menu, by name; the register and the forms of later work add theirs.
+using FormFactory = std::function<QWidget*(shell::Session&, QWidget* parent)>;
+
+class MenuForm : public QWidget {
+    Q_OBJECT
+  public:
+    MenuForm(shell::Session& session, shell::Startup& startup,
+             const std::map<QString, FormFactory>& forms, QWidget* parent = nullptr);
+    shell::MainMenu& behaviour() { return menu_; }
+    void load();
+    void refresh();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void open_child_form(const QString& name);
+
+    shell::Session& s_;
+    shell::MainMenu menu_;
+    const std::map<QString, FormFactory>& forms_;
+    std::array<QPushButton*, 6> sk4_menu_{};
+    QPushButton* sk4_exit_;
+    QListWidget* rekords_jaar_lys_;
+    QPushButton* dir_disp_staff_;
+    QLabel* ops_datum_;
+    QLabel* ops_tyd_;
+    QLabel* prg_version_;
+    QLabel* school_;
+    QPushButton* tab_undo_;
+    QPushButton* nuusbrief_;
+    QPushButton* prs_export_;
+    QPushButton* backup_;
+    QPushButton* help_pdf_;
+    QTimer timer1_;
+    std::map<QString, QPointer<QWidget>> open_forms_;
+};
+
+class SplashForm : public QDialog {
+    Q_OBJECT
+  public:
+    SplashForm(shell::Session& session, QWidget* parent = nullptr);
+    // True when the language was chosen (or the timer chose it); the session's flag is set.
+    bool run();
+
+  private:
+    shell::Session& s_;
+    QRadioButton* chk_lang_[3] = {};
+    QTimer timer1_;
+};
+
+class ShellWindow : public QMainWindow {
+    Q_OBJECT
+  public:
+    ShellWindow(shell::Session& session, shell::Startup& startup,
+                const std::map<QString, FormFactory>& forms);
+    // The splash, then the menu. False when the splash stays without a school.
+    bool start();
+    MenuForm* menu() { return menu_; }
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+  private:
+    shell::Session& s_;
+    shell::Startup& startup_;
+    MenuForm* menu_ = nullptr;
+};
+
+}  // namespace korvel::app

@@ -1,0 +1,46 @@
+// korvel: the desktop program.
+
+#include <QApplication>
+#include <QProcessEnvironment>
+
+#include "app/desktop.h"
+#include "app/forms.h"
+#include "platform/drive_map.h"
+#include "platform/executable.h"
+#include "platform/process_end.h"
+#include "platform/single_instance.h"
+#include "shell/session.h"
+#include "shell/startup.h"
+#include "ui/qt_dialogs.h"
+
+using namespace korvel;
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("KORVEL"));
+    ui::QtDialogs dialogs;
+    platform::DriveMap drives = platform::DriveMap::from_environment();
+    shell::Session session(dialogs, drives);
+    session.executable_path = platform::executable_windows_path(drives);
+    session.afrikaans = false;  // the language before language.txt is read
+    shell::Startup startup(session);
+    try {
+        startup.begin();
+        platform::SingleInstance instance;
+        if (!instance.try_acquire(startup.executable_name())) {
+            dialogs.message(startup.already_loaded_message(), ui::Icon::Critical);
+            return 1;
+        }
+        startup.locate();
+        app::ShellWindow shell_window(session, startup, app::desktop_forms());
+        dialogs.set_parent(&shell_window);
+        shell_window.showMaximized();
+        if (!shell_window.start()) {
+            // The splash stays without a school: there is nothing to work on.
+            return 1;
+        }
+        return app.exec();
+    } catch (const ProcessEnd& end) {
+        return end.exit_code();
+    }
+}
