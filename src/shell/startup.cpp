@@ -2,6 +2,7 @@
 
 #include "platform/codepage.h"
 #include "platform/process_end.h"
+#include "platform/windows_settings.h"
 #include "platform/winpath.h"
 #include "shell/folders.h"
 #include "shell/helpers.h"
@@ -92,6 +93,9 @@ QString Startup::already_loaded_message() const {
 }
 
 void Startup::begin() {
+    // Every amount in the record files is read and written with a point and a comma.
+    platform::force_number_format();
+    s_.windows_product_name = platform::windows_product_name();
     derive_program_folders();
     prepare_folders();
     s_.ledger_year = QString::number(s_.today().year());
@@ -178,9 +182,9 @@ void Startup::write_backup_path_names() {
 }
 
 void Startup::prepare_folders() {
-    // Desktop shortcuts and the Explorer settings for hidden folders are Windows matters of
-    // the installer's; nothing to do here.
+    platform::remove_desktop_shortcuts(suite_programs());
     create_folder_levels(s_.folders.workstation);
+    platform::show_hidden_folders();
     carry_settings_files();
     s_.fs().create_folder(s_.folders.workstation_program);
     write_version_files();

@@ -16,6 +16,23 @@ enum class Icon { None, Information, Question, Exclamation, Critical };
 enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel, AbortRetryIgnore };
 enum class Answer { Ok, Cancel, Yes, No, Retry, Abort, Ignore };
 
+// A font picked in the font dialog: what the letterhead layouts keep of a font.
+struct FontChoice {
+    QString family;
+    double point_size = 10.0;
+    bool bold = false;
+    bool italic = false;
+    bool underline = false;
+};
+
+// The behaviour of a modal child form. The form's Qt side shows itself over it; a test plays
+// the user inside it; the command line cannot show forms.
+class ChildForm {
+  public:
+    virtual ~ChildForm() = default;
+    virtual QString form_name() const = 0;
+};
+
 class Dialogs {
   public:
     virtual ~Dialogs() = default;
@@ -45,6 +62,12 @@ class Dialogs {
 
     // The system's short warning sound.
     virtual void beep() = 0;
+
+    // The font dialog, opened on start; nullopt on cancel.
+    virtual std::optional<FontChoice> choose_font(const FontChoice& start) = 0;
+
+    // Shows a child form modally over its behaviour and returns when it closes.
+    virtual void show_modal(ChildForm& form) = 0;
 };
 
 }  // namespace korvel::ui

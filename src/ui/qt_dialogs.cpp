@@ -242,4 +242,15 @@ std::optional<FontChoice> choose_font_qt(QWidget* parent, const FontChoice& star
     return to_font_choice(dlg.selectedFont());
 }
 
+std::optional<FontChoice> QtDialogs::choose_font(const FontChoice& start) {
+    return choose_font_qt(parent_, start);
+}
+
+void QtDialogs::show_modal(ChildForm& form) {
+    const auto it = forms_.find(form.form_name());
+    if (it != forms_.end()) {
+        it->second(form, parent_);
+    }
+}
+
 }  // namespace korvel::ui

@@ -10,6 +10,8 @@
 #include <QFont>
 #include <QPointer>
 #include <QWidget>
+#include <functional>
+#include <map>
 #include <optional>
 
 #include "ui/dialogs.h"
@@ -56,9 +58,17 @@ class QtDialogs : public Dialogs {
                         bool for_saving) override;
 
     void beep() override;
+    std::optional<FontChoice> choose_font(const FontChoice& start) override;
+    // Modal child forms: each form's Qt side registers how it shows itself over its behaviour.
+    using FormShower = std::function<void(ChildForm& form, QWidget* parent)>;
+    void register_form(const QString& form_name, FormShower show) {
+        forms_[form_name] = std::move(show);
+    }
+    void show_modal(ChildForm& form) override;
 
   private:
     QPointer<QWidget> parent_;
+    std::map<QString, FormShower> forms_;
 };
 
 // A file filter as the Qt file dialogs want it. The system writes filters either as bare
@@ -67,15 +77,6 @@ class QtDialogs : public Dialogs {
 // patterns separated by blanks, and pairs are separated by ";;". Bare patterns keep their
 // patterns, blank-separated. A blank filter stays blank (every file).
 QString qt_file_filter(const QString& filter);
-
-// A font picked in the font dialog: what the letterhead layouts keep of a font.
-struct FontChoice {
-    QString family;
-    double point_size = 10.0;
-    bool bold = false;
-    bool italic = false;
-    bool underline = false;
-};
 
 // The font as a QFont; a size of 0 or less gives 10 points, a blank family the default family.
 QFont to_qfont(const FontChoice& choice);

@@ -67,6 +67,34 @@ void ScriptedDialogs::beep() {
     shown_.append({Shown::Kind::Beep, {}, {}, Icon::None});
 }
 
+std::optional<FontChoice> ScriptedDialogs::choose_font(const FontChoice&) {
+    shown_.append({Shown::Kind::Font, {}, {}, Icon::None});
+    if (fonts_.empty()) {
+        return std::nullopt;
+    }
+    std::optional<FontChoice> f = fonts_.front();
+    fonts_.pop_front();
+    return f;
+}
+
+void ScriptedDialogs::show_modal(ChildForm& form) {
+    shown_.append({Shown::Kind::Form, form.form_name(), {}, Icon::None});
+    const auto it = forms_.find(form.form_name());
+    if (it != forms_.end()) {
+        it->second(form);
+    }
+}
+
+QStringList ScriptedDialogs::forms_shown() const {
+    QStringList out;
+    for (const Shown& s : shown_) {
+        if (s.kind == Shown::Kind::Form) {
+            out << s.text;
+        }
+    }
+    return out;
+}
+
 QStringList ScriptedDialogs::texts() const {
     QStringList out;
     for (const Shown& s : shown_) {
@@ -106,6 +134,10 @@ std::optional<QDate> UnattendedDialogs::pick_date(const QString&, const QDate&) 
 
 QString UnattendedDialogs::choose_folder(const QString&, const QString&) {
     return {};
+}
+
+void UnattendedDialogs::show_modal(ChildForm& form) {
+    to_stderr(QStringLiteral("(form %1 cannot be shown without a display)").arg(form.form_name()));
 }
 
 QString UnattendedDialogs::choose_file(const QString&, const QString&, const QString&, bool) {

@@ -4,13 +4,15 @@
 
 #include <QList>
 #include <deque>
+#include <functional>
+#include <map>
 
 #include "ui/dialogs.h"
 
 namespace korvel::ui {
 
 struct Shown {
-    enum class Kind { Message, Question, Input, Date, Folder, File, Beep };
+    enum class Kind { Message, Question, Input, Date, Folder, File, Beep, Font, Form };
     Kind kind;
     QString text;
     QString title;
@@ -27,6 +29,11 @@ class ScriptedDialogs : public Dialogs {
     }
     void pick(std::optional<QDate> date) { dates_.push_back(date); }
     void choose(QString path) { paths_.push_back(std::move(path)); }
+    void pick_font(std::optional<FontChoice> font) { fonts_.push_back(std::move(font)); }
+    // What the user does inside a child form of that name when it shows.
+    void on_form(const QString& form_name, std::function<void(ChildForm&)> play) {
+        forms_[form_name] = std::move(play);
+    }
 
     void message(const QString& text, Icon icon, const QString& title) override;
     Answer ask(const QString& text, Buttons buttons, Icon icon, Answer default_answer,
@@ -38,8 +45,12 @@ class ScriptedDialogs : public Dialogs {
     QString choose_file(const QString& caption, const QString& start, const QString& filter,
                         bool for_saving) override;
     void beep() override;
+    std::optional<FontChoice> choose_font(const FontChoice& start) override;
+    void show_modal(ChildForm& form) override;
 
     const QList<Shown>& shown() const { return shown_; }
+    // The names of the child forms shown, in order.
+    QStringList forms_shown() const;
     // The texts of the message boxes and questions, in order.
     QStringList texts() const;
     // The last text shown, blank if none.
@@ -52,6 +63,8 @@ class ScriptedDialogs : public Dialogs {
     std::deque<std::pair<bool, QString>> inputs_;  // typed (false: Cancel), text
     std::deque<std::optional<QDate>> dates_;
     std::deque<QString> paths_;
+    std::deque<std::optional<FontChoice>> fonts_;
+    std::map<QString, std::function<void(ChildForm&)>> forms_;
 };
 
 // Dialogs for the command line: texts go to standard error, questions take their default
@@ -68,6 +81,8 @@ class UnattendedDialogs : public Dialogs {
     QString choose_file(const QString& caption, const QString& start, const QString& filter,
                         bool for_saving) override;
     void beep() override {}
+    std::optional<FontChoice> choose_font(const FontChoice&) override { return std::nullopt; }
+    void show_modal(ChildForm& form) override;
 };
 
 }  // namespace korvel::ui

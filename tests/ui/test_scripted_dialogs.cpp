@@ -19,3 +19,17 @@ TEST(ScriptedDialogs, AnswersInOrderThenTheDefault) {
     EXPECT_EQ(script.texts(), QStringList({"one ?", "two ?", "done"}));
     EXPECT_EQ(script.shown().last().icon, Icon::Critical);
 }
+
+TEST(ScriptedDialogs, ChildFormsArePlayedByTheTest) {
+    struct Entry : ChildForm {
+        QString form_name() const override { return "sk411_inlees"; }
+        bool saved = false;
+    } entry;
+    ScriptedDialogs script;
+    script.on_form("sk411_inlees", [](ChildForm& f) { static_cast<Entry&>(f).saved = true; });
+    Dialogs& d = script;
+    d.show_modal(entry);
+    EXPECT_TRUE(entry.saved);
+    EXPECT_EQ(script.forms_shown(), QStringList({"sk411_inlees"}));
+    EXPECT_EQ(d.choose_font({}), std::nullopt);
+}
