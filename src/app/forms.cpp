@@ -1,9 +1,21 @@
 #include "app/forms.h"
 
+#include "staff/sk411_prg_form.h"
+
 namespace korvel::app {
 
 const std::map<QString, FormFactory>& desktop_forms() {
-    static const std::map<QString, FormFactory> forms;
+    static const std::map<QString, FormFactory> forms = {
+        {QStringLiteral("sk411_prg"),
+         [](shell::Session& session, QWidget* parent) -> QWidget* {
+             auto* form = new staff::StaffRegisterForm(session, session.educator_flag, parent);
+             if (!form->load()) {
+                 delete form;
+                 return nullptr;
+             }
+             return form;
+         }},
+    };
     return forms;
 }
 

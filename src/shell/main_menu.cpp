@@ -94,22 +94,7 @@ void MainMenu::form_load() {
     caption = QStringLiteral("KORVEL - ") + s_.school.name;
     rekords_jaar_lys = ledger_years();
     // 6.
-    header = form_header_setup(QStringLiteral("sk4_mnu"));
-}
-
-HeaderStrip MainMenu::form_header_setup(const QString& form_name) {
-    HeaderStrip h;
-    h.ops_datum = date_to_text(s_.today());
-    h.ops_tyd = s_.now().toString(QStringLiteral("HH:mm:ss"));
-    h.prg_version = upper_name(s_.windows_product_name.isEmpty() ? QStringLiteral("KORVEL")
-                                                                 : s_.windows_product_name) +
-                    QStringLiteral(" (") + s_.program_version + u')';
-    h.internet_version =
-        s_.program_version + QStringLiteral(" (") + QLatin1String(kDownloadAddress) + u')';
-    if (log_form_open) {
-        log_form_open(form_name);
-    }
-    return h;
+    header = form_header_setup(s_, QStringLiteral("sk4_mnu"));
 }
 
 void MainMenu::sk4_menu_click(int index) {

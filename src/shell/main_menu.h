@@ -9,6 +9,7 @@
 #include <array>
 #include <functional>
 
+#include "shell/form_header.h"
 #include "shell/session.h"
 #include "shell/startup.h"
 
@@ -19,14 +20,6 @@ struct MenuEntry {
     QString tooltip;
     QString form;  // the form it opens
     bool enabled = false;
-};
-
-// What every form shows in its header strip.
-struct HeaderStrip {
-    QString ops_datum;         // today in dot form
-    QString ops_tyd;           // the time of day
-    QString prg_version;       // the system's name and the program version
-    QString internet_version;  // the maker's address
 };
 
 class MainMenu {
@@ -68,11 +61,6 @@ class MainMenu {
     void timer1_tick();
     // A language change from the splash or a test: captions and tooltips again.
     void set_captions();
-
-    // The header strip of any form, and its line in the audit trail.
-    HeaderStrip form_header_setup(const QString& form_name);
-    // Called with each form's name as its header is set up (the audit trail).
-    std::function<void(const QString& form_name)> log_form_open;
 
     QStringList ledger_years() const;
 

@@ -28,7 +28,6 @@ struct MenuOnDemo {
         startup.splash_check_school_file();
         menu.available_forms = {"sk411_prg"};
         menu.open_child_form = [this](const QString& form) { opened << form; };
-        menu.log_form_open = [this](const QString& form) { logged << form; };
         menu.form_load();
     }
     QTemporaryDir tmp;
@@ -37,7 +36,7 @@ struct MenuOnDemo {
     Session session;
     Startup startup;
     MainMenu menu;
-    QStringList opened, logged;
+    QStringList opened;
 };
 
 }  // namespace
@@ -52,7 +51,11 @@ TEST(MainMenu, LoadsTheYearTheSchoolAndTheFiles) {
     EXPECT_TRUE(m.menu.sk4_menu[4].enabled);
     EXPECT_FALSE(m.menu.sk4_menu[2].enabled);
     EXPECT_EQ(m.menu.header.ops_datum, "2026.03.04");
-    EXPECT_EQ(m.logged, QStringList({"sk4_mnu"}));
+    // One line in the audit trail for the menu.
+    const QByteArray audit =
+        *m.session.fs().read_all("C:\\ProgramData\\VESPARINE\\Audit_Trail.txt");
+    ASSERT_EQ(audit.size(), 258);
+    EXPECT_EQ(audit.mid(68, 7), "sk4_mnu");
     EXPECT_EQ(m.session.count(store::Code::PRSALG), 40);
     EXPECT_EQ(*m.session.fs().read_all(m.startup.language_file()), "#TRUE#\r\n");
 }

@@ -1,0 +1,149 @@
+#pragma once
+// The page engine: page set-up, the standard page header with the school's name, badge, date,
+// time and page number, the page frame, rules, the footer and the end of a report. The same calls
+// serve a workbook: when the output goes to a spreadsheet, a page header starts a new worksheet
+// and no printer is touched.
+//
+// A PrintJob holds the print state of one report; the caller (later the Session) owns it.
+
+#include <QDateTime>
+#include <QImage>
+#include <QString>
+#include <functional>
+#include <memory>
+
+#include "reports/print_device.h"
+#include "reports/workbook.h"
+#include "ui/dialogs.h"
+
+namespace korvel::reports {
+
+// What the header and footer print of the school and the program; the caller fills it.
+struct ReportSchool {
+    QString name;
+    QString designation;  // empty for most schools
+    QString address1, address2, address3;
+    QString telephone, fax, email;
+    QString province_code;
+    QString program_name = QStringLiteral("KORVEL");  // the executable's name
+    QString version;                                  // major.minor.revision
+    QString operating_system;
+    QImage badge;   // null: none
+    QImage emblem;  // the department emblem of the province; null: none
+};
+
+// The progress form of a print run: heading, device and page number. A Qt form can stand
+// behind it; without one nothing is shown.
+class PrintProgress {
+  public:
+    virtual ~PrintProgress() = default;
+    virtual bool visible() const = 0;
+    virtual void show(const QString& heading, const QString& device_name) = 0;
+    virtual void set_page(int page) = 0;
+    // Page label 0, heading empty, animation stopped, form hidden.
+    virtual void clear() = 0;
+};
+
+// The letterhead in force, as the letterhead code sets it.
+struct LetterheadState {
+    bool loaded = false;          // a letterhead takes the place of the frame
+    bool image_in_force = false;  // a letterhead image is printed on the page
+    double right_margin = 0;      // characters; 0 when none is set
+};
+
+struct PrintState {
+    bool page_pending = false;
+    int base_font_size = 10;
+    int page_columns = 0;
+    int continuation_columns = 0;  // the copy of page_columns kept for the continuation mark
+    double page_bottom = 0;
+    double header_bottom = 0;
+    int header_lines = 0;
+    QString report_name;
+    bool colour_printing = false;
+    bool to_spreadsheet = false;
+    bool to_html = false;
+    QString spreadsheet_folder;  // native path
+    QString spreadsheet_file;    // without ".xlsx"
+    int spreadsheet_sheet = 0;
+    int spreadsheet_row = 0;  // from 1, as the worksheet counts rows
+    bool no_header_pictures = false;
+    LetterheadState letterhead;
+};
+
+inline const QString kPortraitText = QStringLiteral("A4_portrait");
+inline const QString kLandscapeText = QStringLiteral("A4_landscape");
+
+class PrintJob {
+  public:
+    PrintJob(PrintDevice& device, ui::Dialogs& dialogs, ReportSchool school = {},
+             bool afrikaans = true);
+
+    PrintState state;
+    ReportSchool school;
+    bool afrikaans = true;
+    // Native path of the general year folder, where kleur_drukker.txt lives; empty: none.
+    QString general_year_folder;
+    // The clock of the header; the machine's when not set.
+    std::function<QDateTime()> clock;
+    PrintProgress* progress = nullptr;
+
+    PrintDevice& device() { return *device_; }
+    void set_device(PrintDevice& device) { device_ = &device; }
+    ui::Dialogs& dialogs() { return *dialogs_; }
+    // The workbook of spreadsheet output; created by begin_spreadsheet.
+    Workbook* workbook() { return workbook_.get(); }
+
+    // Afrikaans or English text, as the language in use asks.
+    QString text(const QString& af, const QString& en) const { return afrikaans ? af : en; }
+
+    void print_setup(const QString& orientation = kPortraitText, double line_factor = 1);
+    void reset_print_font();
+    // title and subtitle may be altered.
+    void print_page_header(QString& title, QString& subtitle,
+                           const QString& orientation = kPortraitText, bool bold_title = false,
+                           bool no_header = false, double line_factor = 1);
+    void print_page_header(const QString& title, const QString& subtitle = {},
+                           const QString& orientation = kPortraitText, bool bold_title = false,
+                           bool no_header = false, double line_factor = 1);
+    void draw_box(double x1, double y1, double x2, double y2, bool shadowed = false,
+                  bool no_clip = false);
+    void draw_rule(double x1, double y1, double x2, double y2, bool heavy = false,
+                   bool dotted = false, bool no_clip = false);
+    void finish_report(bool with_footer = true, bool with_maker_line = true);
+    void print_page_footer(double line_y = 0, bool new_page = false, bool with_maker_line = true);
+    // The next page number followed by ".../" at column page_columns - 8 of the last line.
+    void print_continuation_mark();
+
+    // Spreadsheet output to folder/file.xlsx from here on: an empty workbook, sheet and row 0.
+    void begin_spreadsheet(const QString& native_folder, const QString& file);
+    // Writes the workbook (replacing a file of that name). A folder that cannot be written
+    // gives a message and false; nothing is left half-written.
+    bool save_spreadsheet();
+    QString spreadsheet_path() const;
+    // The report's spreadsheet state released: back to paper.
+    void end_spreadsheet();
+
+    // The maker's line at the foot of a page.
+    QString maker_line() const;
+
+  private:
+    double round_half(double v) const;
+    void clip_right(double& x2) const;
+    QDateTime now() const { return clock ? clock() : QDateTime::currentDateTime(); }
+
+    PrintDevice* device_;
+    ui::Dialogs* dialogs_;
+    std::unique_ptr<Workbook> workbook_;
+    bool landscape_ = false;
+};
+
+// The value centred in the width, filled on both sides; a longer value is cut to the width.
+QString pad_centre(const QString& value, int width, QChar fill = u' ');
+
+// The colour flag of kleur_drukker.txt in the folder: false when the file is missing or holds
+// no flag. Written in the quoted text form.
+bool read_colour_printing(const QString& native_folder, bool fallback = false);
+bool write_colour_printing(const QString& native_folder, bool colour);
+
+}  // namespace korvel::reports

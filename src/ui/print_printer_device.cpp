@@ -1,0 +1,57 @@
+#include "ui/print_printer_device.h"
+
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPrintPreviewDialog>
+#include <QPrinterInfo>
+
+namespace korvel::ui {
+
+namespace {
+
+void a4_layout(QPrinter& printer) {
+    printer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
+                                      QMarginsF(18, 18, 18, 18), QPageLayout::Point));
+}
+
+QString printer_title(const QPrinter& printer) {
+    if (!printer.printerName().isEmpty())
+        return printer.printerName();
+    return printer.outputFormat() == QPrinter::PdfFormat ? QStringLiteral("PDF") : QString();
+}
+
+}  // namespace
+
+PrinterHolder::PrinterHolder(const QString& printer_name) : printer(QPrinter::HighResolution) {
+    if (!printer_name.isEmpty())
+        printer.setPrinterName(printer_name);
+    a4_layout(printer);
+}
+
+PrinterDevice::PrinterDevice(const QString& printer_name)
+    : PrinterHolder(printer_name),
+      reports::PainterDevice(printer, printer.resolution(), printer_title(printer)) {}
+
+int PrinterDevice::colour_mode() const {
+    return printer.colorMode() == QPrinter::GrayScale ? 1 : 2;
+}
+
+void PrinterDevice::discard_doc() {
+    printer.abort();
+    reports::PainterDevice::discard_doc();
+}
+
+bool preview_recording(const reports::RecordingDevice& recording, QWidget* parent) {
+    QPrinter printer(QPrinter::HighResolution);
+    a4_layout(printer);
+    QPrintPreviewDialog dialog(&printer, parent);
+    QObject::connect(
+        &dialog, &QPrintPreviewDialog::paintRequested, &dialog, [&recording](QPrinter* target) {
+            reports::PainterDevice device(*target, target->resolution(), target->printerName());
+            reports::replay(recording.calls(), device);
+            device.end_doc();
+        });
+    return dialog.exec() == QDialog::Accepted;
+}
+
+}  // namespace korvel::ui

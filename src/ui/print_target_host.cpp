@@ -1,0 +1,75 @@
+#include "ui/print_target_host.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPrintDialog>
+#include <QVBoxLayout>
+
+#include "ui/kies_drukker_form.h"
+
+namespace korvel::ui {
+
+QtPrintTargetHost::QtPrintTargetHost(QWidget* parent) : parent_(parent) {}
+
+PrinterDevice& QtPrintTargetHost::printer_device() {
+    if (devices_.empty())
+        devices_.push_back(std::make_unique<PrinterDevice>());
+    return *devices_.back();
+}
+
+void QtPrintTargetHost::show_modal(reports::KiesDrukker& form) {
+    KiesDrukkerForm dialog(form, parent_);
+    dialog.exec();
+}
+
+bool QtPrintTargetHost::choose_printer(reports::PrintJob& job) {
+    PrinterDevice& current = printer_device();
+    QPrintDialog dialog(&current.qprinter(), parent_);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    devices_.push_back(std::make_unique<PrinterDevice>(current.qprinter().printerName()));
+    PrinterDevice& chosen = *devices_.back();
+    chosen.qprinter().setColorMode(current.qprinter().colorMode());
+    job.set_device(chosen);
+    return true;
+}
+
+QtPrintProgress::QtPrintProgress(QWidget* parent) : window_(std::make_unique<QWidget>(parent)) {
+    window_->setWindowFlags(Qt::Tool | Qt::WindowStaysOnTopHint);
+    auto* layout = new QVBoxLayout(window_.get());
+    wdv_opskrif_ = new QLabel(window_.get());
+    wdv_drukker_ = new QLabel(window_.get());
+    wdv_bladsy_ = new QLabel(window_.get());
+    QFont bold = wdv_opskrif_->font();
+    bold.setBold(true);
+    wdv_opskrif_->setFont(bold);
+    layout->addWidget(wdv_opskrif_);
+    layout->addWidget(wdv_drukker_);
+    layout->addWidget(wdv_bladsy_);
+}
+
+QtPrintProgress::~QtPrintProgress() = default;
+
+bool QtPrintProgress::visible() const {
+    return window_->isVisible();
+}
+
+void QtPrintProgress::show(const QString& heading, const QString& device_name) {
+    wdv_opskrif_->setText(heading);
+    wdv_drukker_->setText(device_name);
+    window_->show();
+    QApplication::processEvents();
+}
+
+void QtPrintProgress::set_page(int page) {
+    wdv_bladsy_->setText(QString::number(page));
+    QApplication::processEvents();
+}
+
+void QtPrintProgress::clear() {
+    wdv_bladsy_->setText(QStringLiteral("0"));
+    wdv_opskrif_->clear();
+    window_->hide();
+}
+
+}  // namespace korvel::ui

@@ -1,0 +1,53 @@
+#pragma once
+// The windowing side of the print target: the kies_drukker form shown modally, the system's
+// print dialog, and the progress form of a print run.
+
+#include <QPointer>
+#include <memory>
+#include <vector>
+
+#include "reports/print_target.h"
+#include "ui/print_printer_device.h"
+
+class QLabel;
+class QWidget;
+
+namespace korvel::ui {
+
+class QtPrintTargetHost : public reports::PrintTargetHost {
+  public:
+    explicit QtPrintTargetHost(QWidget* parent = nullptr);
+
+    void show_modal(reports::KiesDrukker& form) override;
+    // The system's print dialog over the current printer; a printer chosen there becomes the
+    // job's device.
+    bool choose_printer(reports::PrintJob& job) override;
+
+    // The device of the printer in use; made on first use from the system's default.
+    PrinterDevice& printer_device();
+
+  private:
+    QWidget* parent_;
+    // Devices stay alive as long as the host: a job may still point at an earlier one.
+    std::vector<std::unique_ptr<PrinterDevice>> devices_;
+};
+
+// The small window that shows what is being printed: heading, printer and page.
+class QtPrintProgress : public reports::PrintProgress {
+  public:
+    explicit QtPrintProgress(QWidget* parent = nullptr);
+    ~QtPrintProgress() override;
+
+    bool visible() const override;
+    void show(const QString& heading, const QString& device_name) override;
+    void set_page(int page) override;
+    void clear() override;
+
+  private:
+    std::unique_ptr<QWidget> window_;
+    QLabel* wdv_opskrif_ = nullptr;
+    QLabel* wdv_drukker_ = nullptr;
+    QLabel* wdv_bladsy_ = nullptr;
+};
+
+}  // namespace korvel::ui

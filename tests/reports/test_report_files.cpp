@@ -1,0 +1,281 @@
+// Reports written to real files: a PDF read back with pdftotext, a workbook read back with
+// openpyxl, and a workbook that cannot be written.
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <cstdio>
+
+#include "reports/grid_output.h"
+#include "reports/painter_device.h"
+#include "reports/report_fixture.h"
+
+namespace korvel::reports {
+namespace {
+
+QString run(const QString& program, const QStringList& args, int* exit_code = nullptr) {
+    QProcess p;
+    p.start(program, args);
+    if (!p.waitForFinished(60000)) {
+        p.kill();
+        p.waitForFinished();
+    }
+    if (exit_code)
+        *exit_code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+    return QString::fromUtf8(p.readAllStandardOutput()) +
+           QString::fromUtf8(p.readAllStandardError());
+}
+
+// A Python that has openpyxl, or blank.
+QString python_with_openpyxl() {
+    for (const QString& candidate :
+         {QStringLiteral("/usr/bin/python3"), QStringLiteral("python3")}) {
+        const QString found = candidate.startsWith(u'/')
+                                  ? (QFile::exists(candidate) ? candidate : QString())
+                                  : QStandardPaths::findExecutable(candidate);
+        if (found.isEmpty())
+            continue;
+        int code = -1;
+        run(found, {QStringLiteral("-c"), QStringLiteral("import openpyxl")}, &code);
+        if (code == 0)
+            return found;
+    }
+    return {};
+}
+
+PrintGrid staff_grid(int rows) {
+    PrintGrid grid;
+    grid.set_format_string(QStringLiteral("<~~R~~VAN EN VOORNAME|^~~R~~ID-NOMMER|>BEDRAG"));
+    for (int r = 1; r <= rows; ++r)
+        grid.add_item(
+            QStringLiteral("PERSOON %1\t%2\t%3.50")
+                .arg(r)
+                .arg(r == 1 ? QStringLiteral("0101015009087") : QStringLiteral("8001015009087"))
+                .arg(r));
+    return grid;
+}
+
+TEST(ReportFiles, PdfHoldsTheHeader) {
+    const QString pdftotext = QStandardPaths::findExecutable(QStringLiteral("pdftotext"));
+    if (pdftotext.isEmpty())
+        GTEST_SKIP() << "pdftotext missing";
+    QTemporaryDir dir;
+    // For a look at the pages: the files stay when this is set.
+    if (qEnvironmentVariableIsSet("KORVEL_KEEP_TEST_FILES")) {
+        dir.setAutoRemove(false);
+        std::printf("PDF files kept in %s\n", qPrintable(dir.path()));
+    }
+    for (bool afrikaans : {true, false}) {
+        const QString path = dir.filePath(afrikaans ? "lys.pdf" : "list.pdf");
+        PdfDevice device(path);
+        ui::ScriptedDialogs dialogs;
+        PrintJob job(device, dialogs, testing::sample_school(), afrikaans);
+        job.clock = testing::fixed_moment;
+        job.state.report_name = QStringLiteral("2026 PERSONEELLYS");
+        job.print_setup();
+        job.state.page_pending = true;
+        PrintGrid grid = staff_grid(60);
+        EXPECT_EQ(print_grid_report(job, grid, QStringLiteral("PERSONEELLYS"),
+                                    QStringLiteral("OPVOEDERS")),
+                  2);
+        job.finish_report();
+        EXPECT_EQ(dialogs.last_text(), afrikaans ? QStringLiteral("DRUKWERK VOLTOOI (2 bladsye)")
+                                                 : QStringLiteral("PRINTING COMPLETE (2 pages)"));
+        ASSERT_TRUE(QFile::exists(path));
+
+        int code = -1;
+        const QString text =
+            run(pdftotext, {QStringLiteral("-layout"), path, QStringLiteral("-")}, &code);
+        ASSERT_EQ(code, 0) << text.toStdString();
+        for (const QString& expected :
+             {QStringLiteral("2026.03.04"), QStringLiteral("09:05:07"),
+              QStringLiteral("HOëRSKOOL DUINEVELD"), QStringLiteral("PERSONEELLYS"),
+              QStringLiteral("OPVOEDERS"), QStringLiteral("4.2.17"), QStringLiteral("PERSOON 60"),
+              QStringLiteral("2.../"), QStringLiteral("2026 PERSONEELLYS")})
+            EXPECT_TRUE(text.contains(expected)) << expected.toStdString();
+        const QString page = afrikaans ? QStringLiteral("BLADSY : ") : QStringLiteral("PAGE : ");
+        EXPECT_TRUE(text.contains(page + "1")) << text.toStdString();
+        EXPECT_TRUE(text.contains(page + "2"));
+    }
+}
+
+TEST(ReportFiles, AbandonedPdfLeavesNoFile) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath("weg.pdf");
+    {
+        PdfDevice device(path);
+        device.set_scale_mode(ScaleMode::Characters);
+        device.print(QStringLiteral("IETS"));
+        device.abandon();
+    }
+    EXPECT_FALSE(QFile::exists(path));
+}
+
+TEST(ReportFiles, WorkbookReadsBackWithItsLayout) {
+    const QString python = python_with_openpyxl();
+    if (python.isEmpty())
+        GTEST_SKIP() << "python3 with openpyxl missing";
+    QTemporaryDir dir;
+    RecordingDevice device;
+    ui::ScriptedDialogs dialogs;
+    PrintJob job(device, dialogs, testing::sample_school(), true);
+    job.clock = testing::fixed_moment;
+    job.begin_spreadsheet(dir.path(), QStringLiteral("personeel lys"));
+    PrintGrid grid = staff_grid(3);
+    grid.add_item(QStringLiteral("TOTAAL\tTOTAAL\t6.50"));
+    grid.row(4).merge = true;
+    QImage photo(40, 30, QImage::Format_RGB32);
+    photo.fill(Qt::blue);
+    grid.cell(3, 2).picture = photo;
+    job.print_page_header(QStringLiteral("PERSONEELLYS"), QStringLiteral("OPVOEDERS"));
+    ASSERT_TRUE(print_grid_pages(job, grid));
+    job.print_page_header(QStringLiteral("TWEEDE BLAD"));
+    job.finish_report();
+    const QString path = dir.filePath("personeel lys.xlsx");
+    ASSERT_TRUE(QFile::exists(path));
+    EXPECT_EQ(dialogs.last_text(),
+              QStringLiteral("UITVOER VAN personeel lys NA ") + path + " VOLTOOI !!");
+    EXPECT_FALSE(job.state.to_spreadsheet);
+    // Nothing but the workbook is left in the folder.
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+
+    const QString script = QStringLiteral(R"(
+import sys, openpyxl
+wb = openpyxl.load_workbook(sys.argv[1])
+print("SHEETS", len(wb.worksheets))
+ws = wb.worksheets[0]
+for ref in ["A1", "C1", "E1", "A2", "C2", "E2", "A3", "C3", "E3", "B1", "D3", "C4", "A6", "B6", "B7", "B8", "C7", "A10"]:
+    v = ws[ref].value
+    print(ref, type(v).__name__, "" if v is None else v)
+print("ROT", ws["A6"].alignment.textRotation, ws["B6"].alignment.textRotation)
+print("FMT", ws["B7"].number_format)
+print("FONT", ws["A7"].font.name, ws["A1"].font.name)
+print("FILL", ws["A6"].fill.fgColor.rgb)
+print("MERGED", " ".join(str(r) for r in ws.merged_cells.ranges))
+print("BORDER", ws["A7"].border.left.style, ws["C8"].border.bottom.style)
+print("TWO", wb.worksheets[1]["C3"].value)
+import zipfile
+print("MEDIA", len([n for n in zipfile.ZipFile(sys.argv[1]).namelist() if n.startswith("xl/media/")]))
+)");
+    int code = -1;
+    const QString out = run(python, {QStringLiteral("-c"), script, path}, &code);
+    ASSERT_EQ(code, 0) << out.toStdString();
+    const QStringList lines = out.split(u'\n');
+    auto has = [&](const QString& line) {
+        EXPECT_TRUE(lines.contains(line)) << line.toStdString() << "\n" << out.toStdString();
+    };
+    has(QStringLiteral("SHEETS 2"));
+    has(QStringLiteral("A1 str 2026.03.04"));
+    has(QStringLiteral("C1 NoneType "));
+    has(QStringLiteral("E1 str KORVEL"));
+    has(QStringLiteral("A2 str 09:05:07"));
+    has(QStringLiteral("C2 str HOëRSKOOL DUINEVELD"));
+    has(QStringLiteral("E2 str Debian GNU/Linux 12"));
+    has(QStringLiteral("A3 str BLADSY : 1"));
+    has(QStringLiteral("C3 str PERSONEELLYS [OPVOEDERS]"));
+    has(QStringLiteral("E3 str 4.2.17"));
+    has(QStringLiteral("B1 NoneType "));
+    has(QStringLiteral("D3 NoneType "));
+    has(QStringLiteral("C4 NoneType "));
+    has(QStringLiteral("A6 str VAN EN VOORNAME"));
+    has(QStringLiteral("B6 str ID-NOMMER"));
+    has(QStringLiteral("B7 str 0101015009087"));
+    has(QStringLiteral("B8 str 8001015009087"));
+    has(QStringLiteral("C7 float 1.5"));
+    has(QStringLiteral("A10 str TOTAAL"));
+    has(QStringLiteral("ROT 90 90"));
+    has(QStringLiteral("FMT 0000000000000"));
+    has(QStringLiteral("FONT Lucida Console ARIAL"));
+    has(QStringLiteral("FILL FFF7F7F7"));
+    has(QStringLiteral("MERGED A10:B10"));
+    has(QStringLiteral("BORDER thin thin"));
+    has(QStringLiteral("TWO TWEEDE BLAD"));
+    has(QStringLiteral("MEDIA 1"));
+}
+
+TEST(ReportFiles, GridWithAFileOfItsOwn) {
+    QTemporaryDir dir;
+    RecordingDevice device;
+    ui::ScriptedDialogs dialogs;
+    PrintJob job(device, dialogs, testing::sample_school(), true);
+    PrintGrid grid = staff_grid(2);
+    grid.own_spreadsheet_file = true;
+    grid.proposed_file_name = QStringLiteral("lys/2026");
+    dialogs.choose(dir.filePath("eie lys.xlsx"));
+    EXPECT_TRUE(print_grid_pages(job, grid));
+    EXPECT_TRUE(QFile::exists(dir.filePath("eie lys.xlsx")));
+    EXPECT_FALSE(job.state.to_spreadsheet);
+    EXPECT_TRUE(device.calls().empty());
+
+    // Cancelled: nothing written, nothing printed, and the grid counts as done.
+    EXPECT_TRUE(print_grid_pages(job, grid));
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files).size(), 1);
+    EXPECT_TRUE(device.calls().empty());
+}
+
+TEST(ReportFiles, UnwritableFolderGivesAMessageAndNoFile) {
+    QTemporaryDir dir;
+    RecordingDevice device;
+    ui::ScriptedDialogs dialogs;
+    PrintJob job(device, dialogs, testing::sample_school(), false);
+    const QString missing = dir.filePath("nowhere");
+    job.begin_spreadsheet(missing, QStringLiteral("list"));
+    job.print_page_header(QStringLiteral("LIST"));
+    PrintGrid grid = staff_grid(2);
+    print_grid_pages(job, grid);
+    job.finish_report();
+    EXPECT_TRUE(dialogs.last_text().startsWith(QStringLiteral("THE WORKBOOK CANNOT BE WRITTEN")))
+        << dialogs.last_text().toStdString();
+    EXPECT_EQ(dialogs.shown().last().icon, ui::Icon::Critical);
+    EXPECT_FALSE(QFile::exists(missing));
+
+    // A folder standing where the workbook should go: the new file cannot replace it, and the
+    // temporary file written beside it is gone again.
+    const QString blocked = dir.filePath("blocked");
+    ASSERT_TRUE(QDir().mkpath(blocked + "/list.xlsx/inside"));
+    dialogs.clear();
+    job.begin_spreadsheet(blocked, QStringLiteral("list"));
+    job.print_page_header(QStringLiteral("LIST"));
+    print_grid_pages(job, grid);
+    job.finish_report();
+    EXPECT_TRUE(dialogs.last_text().startsWith(QStringLiteral("THE WORKBOOK CANNOT BE WRITTEN")));
+    EXPECT_EQ(QDir(blocked).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList{QStringLiteral("list.xlsx")});
+}
+
+TEST(ReportFiles, ReadOnlyFolderKeepsTheOldWorkbook) {
+    QTemporaryDir dir;
+    RecordingDevice device;
+    ui::ScriptedDialogs dialogs;
+    PrintJob job(device, dialogs, testing::sample_school(), false);
+    PrintGrid grid = staff_grid(2);
+    // A read-only folder: the old workbook stays whole and nothing else appears.
+    const QString locked = dir.filePath("locked");
+    ASSERT_TRUE(QDir().mkpath(locked));
+    QFile old(QDir(locked).filePath("list.xlsx"));
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write("OLD");
+    old.close();
+    QFile::setPermissions(locked, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    if (QFileInfo(locked).isWritable()) {
+        QFile::setPermissions(
+            locked, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        GTEST_SKIP() << "running with rights that ignore folder permissions";
+    }
+    job.begin_spreadsheet(locked, QStringLiteral("list"));
+    job.print_page_header(QStringLiteral("LIST"));
+    print_grid_pages(job, grid);
+    job.finish_report();
+    QFile::setPermissions(locked,
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    EXPECT_TRUE(dialogs.last_text().startsWith(QStringLiteral("THE WORKBOOK CANNOT BE WRITTEN")));
+    EXPECT_EQ(QDir(locked).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    QFile back(QDir(locked).filePath("list.xlsx"));
+    ASSERT_TRUE(back.open(QIODevice::ReadOnly));
+    EXPECT_EQ(back.readAll(), QByteArray("OLD"));
+}
+
+}  // namespace
+}  // namespace korvel::reports
