@@ -64,6 +64,7 @@ class Session : public store::Store {
 
     // ---- the forms ----
     bool educator_flag = true;  // the register shows educators (true) or employees
+    QString register_search_text;  // the register's last search, kept until the program ends
     QString last_id_message;    // the message of the last failed identity number test
 
   protected:

@@ -156,11 +156,6 @@ StaffRegister::StaffRegister(shell::Session& session, bool educators)
     prs_grid.columns = register_columns(session_.afrikaans);
 }
 
-QString& StaffRegister::remembered_search() {
-    static QString text;
-    return text;
-}
-
 bool StaffRegister::is_browse_program() const {
     return session_.executable_name.trimmed().compare(QStringLiteral("PENDARIC"),
                                                       Qt::CaseInsensitive) == 0;
@@ -292,11 +287,11 @@ void StaffRegister::prs_grid_key_down(int key_code) {
 void StaffRegister::search_grid() {
     const std::optional<QString> answer = session_.dialogs().input(
         session_.tr("SOEK : VAN/NAME (of GEDEELTE)", "SEARCH : SURNAME/NAMES (or PART of)"),
-        QString(), remembered_search());
+        QString(), session_.register_search_text);
     if (!answer || answer->trimmed().isEmpty()) {
         return;
     }
-    remembered_search() = *answer;
+    session_.register_search_text = *answer;
     for (int i = 0; i < static_cast<int>(prs_grid.rows.size()); ++i) {
         const GridRow& row = prs_grid.rows[static_cast<std::size_t>(i)];
         if (row.cells[kColSurname].contains(*answer, Qt::CaseInsensitive) ||

@@ -144,8 +144,6 @@ class StaffRegister {
     bool is_browse_program() const;
     bool read_only() const;
 
-    // The last search text, kept until the program ends.
-    static QString& remembered_search();
 
   private:
     void set_captions();

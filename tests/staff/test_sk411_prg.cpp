@@ -17,7 +17,6 @@ namespace {
 class Register : public ::testing::Test {
   protected:
     void SetUp() override {
-        StaffRegister::remembered_search().clear();
         // Three educators, two employees; one inactive, one deleted, one with a title only, one
         // with nothing but a post number.
         add_person(tree.session,

@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+#include <QFileInfo>
+
+#include "shell/demo_tree.h"
+#include "shell/folders.h"
+#include "staff/sk411_prg_form.h"
+#include "ui/scripted_dialogs.h"
+
+using namespace korvel;
+
+namespace {
+
+// The register form over the demo tree of this year on drive C:, offscreen.
+class RegisterFormTest : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        static int argc = 1;
+        static char name[] = "test";
+        static char* argv[] = {name};
+        if (QApplication::instance() == nullptr) {
+            new QApplication(argc, argv);
+        }
+    }
+    RegisterFormTest() : session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}})) {
+        const int year = QDate::currentDate().year();
+        shell::write_demo_tree(tmp.path(), year);
+        session.folders = shell::default_folders("C:", QString::number(year));
+        session.ledger_year = QString::number(year);
+        session.afrikaans = false;
+        session.open_staff_file();
+    }
+    QStringList column(staff::StaffRegisterForm& form, int c) {
+        QStringList out;
+        for (int i = 0; i < form.grid()->topLevelItemCount(); ++i) {
+            out << form.grid()->topLevelItem(i)->text(c);
+        }
+        return out;
+    }
+
+    QTemporaryDir tmp;
+    ui::ScriptedDialogs dialogs;
+    shell::Session session;
+};
+
+}  // namespace
+
+TEST_F(RegisterFormTest, SortSearchAndPopulation) {
+    staff::StaffRegisterForm form(session, true);
+    ASSERT_TRUE(form.load());
+    form.show();
+    // Educators, sorted by surname rising; inactive rows red.
+    const int educators = form.grid()->topLevelItemCount();
+    EXPECT_EQ(educators, 27);  // 28 educators less the deleted one
+    QStringList surnames = column(form, staff::kColSurname);
+    QStringList sorted = surnames;
+    std::sort(sorted.begin(), sorted.end(), [](const QString& a, const QString& b) {
+        return a.compare(b, Qt::CaseInsensitive) < 0;
+    });
+    EXPECT_EQ(surnames, sorted);
+    int red = 0;
+    for (int i = 0; i < educators; ++i) {
+        QTreeWidgetItem* item = form.grid()->topLevelItem(i);
+        const bool inactive = !item->text(staff::kColState).isEmpty();
+        red += inactive;
+        EXPECT_EQ(item->foreground(staff::kColSurname).color() == QColor(Qt::red), inactive);
+    }
+    EXPECT_EQ(red, 2);
+
+    // A header click sorts by that column; a second click turns the order.
+    form.grid()->header()->sectionClicked(staff::kColPost);
+    QStringList posts = column(form, staff::kColPost);
+    EXPECT_TRUE(std::is_sorted(posts.begin(), posts.end()));
+    form.grid()->header()->sectionClicked(staff::kColPost);
+    posts = column(form, staff::kColPost);
+    EXPECT_TRUE(std::is_sorted(posts.rbegin(), posts.rend()));
+
+    // The search selects the first row that holds the text, and remembers it.
+    const QString wanted = surnames.at(5);
+    dialogs.type(wanted.left(4));
+    form.findChild<QPushButton*>("task_options_2")->click();
+    ASSERT_NE(form.grid()->currentItem(), nullptr);
+    EXPECT_TRUE(form.grid()->currentItem()->text(staff::kColSurname).startsWith(wanted.left(4)));
+    EXPECT_EQ(session.register_search_text, wanted.left(4));
+
+    // The population toggle shows the employees.
+    form.findChild<QPushButton*>("personeel_tipe")->click();
+    EXPECT_EQ(form.grid()->topLevelItemCount(), 12);
+    EXPECT_EQ(form.windowTitle(), "EMPLOYEES");
+    for (const QString& post : column(form, staff::kColPost)) {
+        EXPECT_TRUE(post.startsWith("A")) << post.toStdString();
+    }
+}
+
+TEST_F(RegisterFormTest, ClosingCompactsAndEachFormLeavesAnAuditLine) {
+    const QString alg = session.fs().native(session.folders.staff + "\\prs_alg_random.txt");
+    EXPECT_EQ(QFileInfo(alg).size(), 40 * 4103);
+    {
+        staff::StaffRegisterForm form(session, false);
+        ASSERT_TRUE(form.load());
+        form.show();
+        form.close();
+    }
+    // The deleted record is gone from disk.
+    EXPECT_EQ(QFileInfo(alg).size(), 39 * 4103);
+    const QByteArray audit =
+        *session.fs().read_all(session.folders.workstation + "\\Audit_Trail.txt");
+    ASSERT_EQ(audit.size(), 258);
+    EXPECT_EQ(audit.mid(68, 9), "sk411_prg");
+}
