@@ -404,8 +404,10 @@ void StaffRegister::select_record(int row) {
     }
     selected_post = post;
     session_.ensure_subject_record(post);
-    if (open_entry_form) {
-        open_entry_form();
+    if (entry_form_available) {
+        EntryFormRequest entry;
+        entry.record = number;
+        session_.dialogs().show_modal(entry);
     }
     store::unlock_record(session_, type, lock_identification);
     fill_grid();
@@ -439,8 +441,11 @@ void StaffRegister::start_new_record() {
         session_.write_record(Code::PRSADD, add);
         session_.state(Code::PRSADD).count = add;
     }
-    if (open_entry_form) {
-        open_entry_form();
+    if (entry_form_available) {
+        EntryFormRequest entry;
+        entry.record = number;
+        entry.is_new = true;
+        session_.dialogs().show_modal(entry);
     }
     fill_grid();
 }

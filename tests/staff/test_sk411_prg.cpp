@@ -104,13 +104,14 @@ TEST_F(Register, SelectingARowLocksItWhileTheEntryFormIsOpen) {
     auto reg = open_register();
     tree.session.afrikaans = false;
     int opened = 0;
-    reg->open_entry_form = [&] {
+    reg->entry_form_available = true;
+    tree.dialogs.on_form("sk411_inlees", [&](korvel::ui::ChildForm&) {
         ++opened;
         EXPECT_EQ(tree.session.working(Code::PRSALG).text(PRSALG["PA_VAN"]), "VAN WYK");
         EXPECT_EQ(tree.session.working(Code::PRSADD).text(PRSADD["PD_POS_NR"]), "10");
         QString id = "8001015009087";
         EXPECT_FALSE(lock_record(tree.session, "STAFF", id, "BEN"));
-    };
+    });
     reg->prs_grid_click(2);
     EXPECT_EQ(opened, 1);
     EXPECT_EQ(reg->selected_post, "10");
@@ -128,7 +129,10 @@ TEST_F(Register, NewRecordIsEnteredUnderTheFlagAndRefusedInBrowseMode) {
     const int staff = tree.session.count(Code::PRSALG);
     const int add = tree.session.count(Code::PRSADD);
     bool flag_seen = false;
-    reg->open_entry_form = [&] { flag_seen = reg->new_record; };
+    reg->entry_form_available = true;
+    tree.dialogs.on_form("sk411_inlees", [&](korvel::ui::ChildForm& form) {
+        flag_seen = reg->new_record && static_cast<StaffRegister::EntryFormRequest&>(form).is_new;
+    });
     reg->task_options_click(1);
     EXPECT_TRUE(flag_seen);
     EXPECT_FALSE(reg->new_record);
