@@ -10,6 +10,8 @@
 
 #include "shell/demo_tree.h"
 
+#include "store/default_reasons.h"
+
 #include <QDate>
 #include <QDir>
 #include <QMap>
@@ -170,17 +172,7 @@ constexpr Member kMembers[] = {
 // ---- lists the forms fill from ------------------------------------------------------------
 
 // The eleven default absence reasons; the record number is the reason number.
-constexpr std::array<const char*, 11> kReasons = {"ANNUAL LEAVE",
-                                                  "SICK",
-                                                  "INCAPACITY",
-                                                  "OCCUPATIONAL INJURY",
-                                                  "MATERNITY",
-                                                  "ADAPTION",
-                                                  "FAMILY RESPONSIBILITY",
-                                                  "SPECIAL",
-                                                  "OFFICE BEARERS",
-                                                  "STUDY",
-                                                  "UNPAID"};
+constexpr const auto& kReasons = store::kDefaultReasons;
 constexpr int kReasonAnnual = 1;
 constexpr int kReasonSick = 2;
 constexpr int kReasonMaternity = 5;

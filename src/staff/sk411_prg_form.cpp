@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
+#include "attendance/attendance_form.h"
 #include "shell/form_header.h"
 
 namespace korvel::staff {
@@ -114,6 +115,11 @@ StaffRegisterForm::StaffRegisterForm(shell::Session& session, bool educators, QW
     layout->addLayout(top);
     layout->addWidget(prs_grid_, 1);
     layout->addLayout(buttons);
+
+    register_.open_attendance = [this](bool educators) {
+        attendance::AttendanceForm form(s_, educators, this);
+        form.exec();
+    };
 
     timer_.setInterval(1000);
     connect(&timer_, &QTimer::timeout, this, [this] {

@@ -1,0 +1,202 @@
+#include "attendance/attendance_common.h"
+
+#include <QDate>
+
+#include "shell/helpers.h"
+
+namespace korvel::attendance {
+
+using store::Code;
+
+namespace {
+constexpr const store::Field& kPost = store::PRSAFW["PF_POS_NR"];
+constexpr const store::Field& kMarks = store::PRSAFW["PF_DAG"];
+constexpr const store::Field& kReasons = store::PRSAFW["PF_REDE"];
+
+bool is_stale(const QString& post) {
+    return post.startsWith(QStringLiteral(".."));
+}
+}  // namespace
+
+bool is_educator(const store::Record& staff) {
+    const QString klas = staff.text(store::PRSALG["PK_KLAS_NR"]).trimmed();
+    return klas != QStringLiteral("PSS") && klas != QStringLiteral("PS") &&
+           klas != QStringLiteral("ADMIN");
+}
+
+int number_value(const QString& text) {
+    int i = 0;
+    const int n = static_cast<int>(text.size());
+    auto skip_blanks = [&] {
+        while (i < n && (text[i] == u' ' || text[i] == u'\t')) {
+            ++i;
+        }
+    };
+    skip_blanks();
+    bool negative = false;
+    if (i < n && (text[i] == u'-' || text[i] == u'+')) {
+        negative = text[i] == u'-';
+        ++i;
+    }
+    long long value = 0;
+    for (; i < n; ++i) {
+        const QChar c = text[i];
+        if (c == u' ' || c == u'\t') {
+            continue;
+        }
+        if (c < u'0' || c > u'9') {
+            break;
+        }
+        value = value * 10 + (c.unicode() - u'0');
+        if (value > 99999) {
+            value = 99999;
+        }
+    }
+    return static_cast<int>(negative ? -value : value);
+}
+
+QString reason_text(int number) {
+    return QString::number(number).rightJustified(2, u' ').left(2);
+}
+
+MonthLimits month_limits(int month, int year) {
+    MonthLimits m;
+    const QDate first(year, month, 1);
+    if (!first.isValid()) {
+        return m;
+    }
+    m.first = first.dayOfYear();
+    if (month == 12) {
+        m.last = QDate(year, 12, 31).dayOfYear();
+        m.days = static_cast<int>(first.daysTo(QDate(year, 12, 31).addDays(1)));
+    } else {
+        const QDate next(year, month + 1, 1);
+        m.last = next.dayOfYear() - 1;
+        m.days = static_cast<int>(first.daysTo(next));
+    }
+    m.last = std::min(m.last, kLastSlot);
+    return m;
+}
+
+int ledger_year_number(const shell::Session& session) {
+    bool ok = false;
+    const int year = session.ledger_year.trimmed().toInt(&ok);
+    return ok && year >= 1 && year <= 9999 ? year : session.today().year();
+}
+
+void fill_reason_lists(shell::Session& session, ListBox& kode_lys, ListBox& ag_opsies) {
+    kode_lys.items.clear();
+    kode_lys.list_index = -1;
+    kode_lys.top_index = 0;
+    if (ag_opsies.items.empty()) {
+        ag_opsies.items = {{session.tr("AFWESIG", "ABSENT")},
+                           {session.tr("LAAT", "LATE")},
+                           {session.tr("UITGETEKEN", "SIGNED OUT")},
+                           {session.tr("VERLOF", "ON LEAVE")}};
+    }
+    ag_opsies.items.push_back({kSeparator});
+    if (!session.is_open(Code::PRSSBI) && !session.open_file(Code::PRSSBI)) {
+        return;
+    }
+    session.scan_records(Code::PRSSBI, [&](int number, store::Record& r) {
+        const QString first = r.text(store::PRSSBI["SBI_TIPE"]).trimmed();
+        if (first.isEmpty()) {
+            return;
+        }
+        kode_lys.items.push_back({first, number});
+        ag_opsies.items.push_back({first, number});
+    });
+}
+
+AttendanceBook::AttendanceBook(shell::Session& session) : session_(session) {}
+
+bool AttendanceBook::load() {
+    records_.clear();
+    first_.clear();
+    first_live_.clear();
+    store::RecordFile* f = session_.file(Code::PRSAFW);
+    if (f == nullptr) {
+        return false;
+    }
+    // The file as it stands now: another workstation may have appended since it was opened.
+    const int n = std::max(f->count(), session_.count(Code::PRSAFW));
+    session_.state(Code::PRSAFW).count = n;
+    records_.reserve(n);
+    session_.scan_records(Code::PRSAFW, [&](int number, store::Record& r) {
+        records_.push_back(r);
+        const QString post = r.text(kPost).trimmed();
+        if (!first_.contains(post)) {
+            first_.insert(post, number);
+        }
+        if (!post.isEmpty() && !is_stale(post) && !first_live_.contains(post)) {
+            first_live_.insert(post, number);
+        }
+    });
+    return true;
+}
+
+int AttendanceBook::find(const QString& post) const {
+    return first_.value(post.trimmed(), 0);
+}
+
+int AttendanceBook::find_live(const QString& post) const {
+    const QString key = post.trimmed();
+    if (key.isEmpty()) {
+        return 0;  // the scan passes over blank post numbers
+    }
+    return first_live_.value(key, 0);
+}
+
+int AttendanceBook::ensure(const QString& post) {
+    const QString key = post.trimmed();
+    if (key.isEmpty()) {
+        return 0;
+    }
+    if (const int found = find(key); found != 0) {
+        return found;
+    }
+    store::Record r(store::PRSAFW);
+    r.clear();
+    r.set_text(kPost, key);
+    for (int day = 0; day < kMarks.count; ++day) {
+        r.set_text(kMarks, QStringLiteral("."), day);
+        r.set_text(kReasons, QStringLiteral(".."), day);
+    }
+    records_.push_back(r);
+    const int number = count();
+    if (!write(number)) {
+        records_.pop_back();
+        return 0;
+    }
+    first_.insert(key, number);
+    if (!is_stale(key)) {
+        first_live_.insert(key, number);
+    }
+    return number;
+}
+
+store::Record& AttendanceBook::record(int number) {
+    return records_.at(static_cast<std::size_t>(number - 1));
+}
+
+bool AttendanceBook::write(int number) {
+    if (number < 1 || number > count()) {
+        return false;
+    }
+    session_.working(Code::PRSAFW) = record(number);
+    return session_.write_record(Code::PRSAFW, number);
+}
+
+void AttendanceBook::clear_stale(int reach) {
+    for (int number = 1; number < reach && number <= count(); ++number) {
+        store::Record& r = record(number);
+        const QString post = r.text(kPost).trimmed();
+        if (!post.isEmpty() && is_stale(post)) {
+            r.set_text(kPost, QString());
+            write(number);
+            first_.remove(post);
+        }
+    }
+}
+
+}  // namespace korvel::attendance

@@ -1,0 +1,93 @@
+#pragma once
+// What the attendance forms share: the reason lists, the population test, month limits, the
+// number reading of stored reasons, and the attendance file held in memory for the grid.
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+#include "shell/session.h"
+
+namespace korvel::attendance {
+
+inline constexpr int kEnterKey = 13;
+inline constexpr int kDeleteKey = 46;
+inline constexpr int kLastSlot = 370;  // day slots of an attendance record run 0 to 370
+// The fixed entries of ag_opsies ahead of the separator.
+inline constexpr int kFixedOptions = 4;
+inline const QString kSeparator = QStringLiteral("-------");
+
+// A list control: entries with their item data, the selection and the first row shown.
+struct ListEntry {
+    QString text;
+    int item_data = 0;
+};
+struct ListBox {
+    std::vector<ListEntry> items;
+    int list_index = -1;
+    int top_index = 0;
+    bool visible = true;
+};
+
+// An educator unless the trimmed class number is "PSS", "PS" or "ADMIN".
+bool is_educator(const store::Record& staff);
+
+// The number a stored text starts with, as the language's Val reads it: blanks skipped, an
+// optional sign, then digits; 0 when none.
+int number_value(const QString& text);
+
+// The reason number as the register stores it: right aligned in two characters.
+QString reason_text(int number);
+
+// Day-of-year limits of a month of a year.
+struct MonthLimits {
+    int first = 0;  // day of year of the first of the month
+    int last = 0;   // day of year of the last day, at most 370
+    int days = 0;   // days in the month
+};
+MonthLimits month_limits(int month, int year);
+
+// The ledger year as a number; this year when the text holds none.
+int ledger_year_number(const shell::Session& session);
+
+// kode_lys gets every reason whose first description is not blank, item data its record
+// number. ag_opsies gets the separator and the same descriptions behind what it holds; when
+// it is empty, the four fixed entries come first.
+void fill_reason_lists(shell::Session& session, ListBox& kode_lys, ListBox& ag_opsies);
+
+// The attendance file read once in blocks: every record's bytes and where each post number
+// first stands. Rows of a grid are matched against it instead of scanning the file per row;
+// each changed record goes back by a positioned write. PRSAFW must be open.
+class AttendanceBook {
+  public:
+    explicit AttendanceBook(shell::Session& session);
+
+    // Reads every record of the open file. False when the file is not open.
+    bool load();
+    int count() const { return static_cast<int>(records_.size()); }
+
+    // The first record whose trimmed post number equals post; 0 when none.
+    int find(const QString& post) const;
+    // The same, for a save: a record whose post number starts with ".." is stale and never a
+    // match. reach() tells how far the file's scan for this post would have gone.
+    int find_live(const QString& post) const;
+    // The record a post number finds; a new record of "." and ".." is appended when none.
+    int ensure(const QString& post);
+
+    store::Record& record(int number);
+    // The record written back at its number (and left in the working record).
+    bool write(int number);
+
+    // Blanks and writes back every stale record ahead of record `reach` (count + 1: all).
+    void clear_stale(int reach);
+
+  private:
+    shell::Session& session_;
+    std::vector<store::Record> records_;
+    QHash<QString, int> first_;       // trimmed post -> first record
+    QHash<QString, int> first_live_;  // the same, stale records left out
+};
+
+}  // namespace korvel::attendance

@@ -1,0 +1,224 @@
+#include "attendance/attendance_form.h"
+
+#include <QContextMenuEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QVBoxLayout>
+
+#include "shell/form_header.h"
+
+namespace korvel::attendance {
+
+namespace {
+
+QColor colour_of(int bgr) {
+    return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF);
+}
+
+void fill_list(QListWidget* widget, const ListBox& list) {
+    widget->clear();
+    for (const ListEntry& e : list.items) {
+        widget->addItem(e.text);
+    }
+    if (list.list_index >= 0 && list.list_index < widget->count()) {
+        widget->setCurrentRow(list.list_index);
+    }
+    widget->setVisible(list.visible);
+}
+
+}  // namespace
+
+AttendanceForm::AttendanceForm(shell::Session& session, bool educators, QWidget* parent)
+    : QDialog(parent), register_(session, educators) {
+    setObjectName(QStringLiteral("sk417_prg"));
+    resize(1200, 650);
+    maand_lys_ = new QListWidget(this);
+    maand_lys_->setObjectName(QStringLiteral("maand_lys"));
+    maand_lys_->setMaximumWidth(180);
+    afw_grid_ = new QTableWidget(this);
+    afw_grid_->setObjectName(QStringLiteral("afw_grid"));
+    afw_grid_->horizontalHeader()->hide();
+    afw_grid_->verticalHeader()->hide();
+    afw_grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    afw_grid_->setSelectionMode(QAbstractItemView::SingleSelection);
+    afw_grid_->setMouseTracking(true);
+    afw_grid_->viewport()->installEventFilter(this);
+    afw_grid_->installEventFilter(this);
+    kode_lys_ = new QListWidget(this);
+    kode_lys_->setObjectName(QStringLiteral("kode_lys"));
+    kode_lys_->setMaximumWidth(220);
+    calendar_ = new QPushButton(this);
+    kodes_ = new QPushButton(this);
+    grid_sort_ = new QPushButton(this);
+    staff_exit_ = new QPushButton(QStringLiteral("X"), this);
+    staff_exit_->setObjectName(QStringLiteral("staff_exit"));
+
+    connect(maand_lys_, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem* item) {
+        register_.maand_lys.list_index = maand_lys_->row(item);
+        register_.maand_lys_dbl_click();
+        refresh();
+    });
+    connect(afw_grid_, &QTableWidget::cellClicked, this, [this](int row, int col) {
+        register_.current_row = row;
+        register_.current_col = col;
+        register_.afw_grid_click(row, col);
+        refresh();
+    });
+    connect(afw_grid_, &QTableWidget::cellEntered, this,
+            [this](int row, int col) { register_.afw_grid_mouse_move(row, col); });
+    connect(kode_lys_, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem* item) {
+        register_.kode_lys_dbl_click(kode_lys_->row(item));
+        refresh();
+    });
+    connect(calendar_, &QPushButton::clicked, this, [this] {
+        register_.task_options_click(1);
+        refresh();
+    });
+    calendar_->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(calendar_, &QPushButton::customContextMenuRequested, this, [this] {
+        register_.task_options_right_click(1);
+        refresh();
+    });
+    connect(kodes_, &QPushButton::clicked, this, [this] {
+        register_.kodes_click();
+        refresh();
+    });
+    connect(grid_sort_, &QPushButton::clicked, this, [this] {
+        register_.grid_sort_click();
+        refresh();
+    });
+    connect(staff_exit_, &QPushButton::clicked, this, [this] { leave(); });
+
+    auto* body = new QHBoxLayout;
+    body->addWidget(maand_lys_);
+    body->addWidget(afw_grid_, 1);
+    body->addWidget(kode_lys_);
+    auto* buttons = new QHBoxLayout;
+    for (QPushButton* b : {calendar_, kodes_, grid_sort_}) {
+        buttons->addWidget(b);
+    }
+    buttons->addStretch();
+    buttons->addWidget(staff_exit_);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(body, 1);
+    layout->addLayout(buttons);
+
+    shell::form_header_setup(session, objectName());
+    register_.form_load();
+    const bool af = session.afrikaans;
+    calendar_->setText(af ? QStringLiteral("KALENDER") : QStringLiteral("CALENDAR"));
+    kodes_->setText(af ? QStringLiteral("REDES") : QStringLiteral("REASONS"));
+    grid_sort_->setText(af ? QStringLiteral("SORTEER") : QStringLiteral("SORT"));
+    const AttendanceRegister::ToolTips tips = register_.tool_tips();
+    afw_grid_->setToolTip(tips.afw_grid);
+    calendar_->setToolTip(tips.calendar_button);
+    kodes_->setToolTip(tips.kodes);
+    maand_lys_->setToolTip(tips.maand_lys);
+    grid_sort_->setToolTip(tips.grid_sort);
+    refresh();
+}
+
+void AttendanceForm::refresh() {
+    setWindowTitle(register_.caption);
+    fill_list(maand_lys_, register_.maand_lys);
+    fill_list(kode_lys_, register_.kode_lys);
+    const CellGrid& g = register_.afw_grid;
+    afw_grid_->setVisible(register_.grid_shown);
+    afw_grid_->setRowCount(g.rows());
+    afw_grid_->setColumnCount(g.cols());
+    for (int r = 0; r < g.rows(); ++r) {
+        for (int c = 0; c < g.cols(); ++c) {
+            const Cell& cell = g.at(r, c);
+            QTableWidgetItem* item = afw_grid_->item(r, c);
+            if (item == nullptr) {
+                item = new QTableWidgetItem;
+                afw_grid_->setItem(r, c, item);
+            }
+            item->setText(cell.text);
+            item->setBackground(colour_of(cell.back));
+            item->setForeground(colour_of(cell.fore));
+            item->setTextAlignment(c >= kFirstDayCol ? Qt::AlignCenter
+                                                     : Qt::AlignLeft | Qt::AlignVCenter);
+        }
+    }
+    for (int c = 0; c < g.cols(); ++c) {
+        const int width = c < static_cast<int>(g.col_widths.size())
+                              ? g.col_widths[static_cast<std::size_t>(c)]
+                              : -1;
+        afw_grid_->setColumnHidden(c, width == 0);
+        if (width > 0) {
+            afw_grid_->setColumnWidth(c, std::max(18, width / 15));  // twips to pixels
+        }
+    }
+}
+
+void AttendanceForm::choose_option(int index) {
+    register_.ag_opsies_click(index);
+    refresh();
+}
+
+void AttendanceForm::show_options(const QPoint& global) {
+    if (!register_.ag_opsies.visible || register_.ag_opsies.items.empty()) {
+        return;
+    }
+    QMenu menu(this);
+    for (int i = 0; i < static_cast<int>(register_.ag_opsies.items.size()); ++i) {
+        const QString text = register_.ag_opsies.items[static_cast<std::size_t>(i)].text;
+        QAction* a = menu.addAction(text);
+        connect(a, &QAction::triggered, this, [this, i] { choose_option(i); });
+    }
+    menu.exec(global);
+}
+
+bool AttendanceForm::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == afw_grid_->viewport() && event->type() == QEvent::ContextMenu) {
+        auto* e = static_cast<QContextMenuEvent*>(event);
+        const QModelIndex at = afw_grid_->indexAt(e->pos());
+        if (at.isValid()) {
+            register_.current_row = at.row();
+            register_.current_col = at.column();
+            register_.afw_grid_right_click(at.row(), at.column());
+            refresh();
+            show_options(e->globalPos());
+        }
+        return true;
+    }
+    if (watched == afw_grid_ && event->type() == QEvent::KeyPress) {
+        const auto* k = static_cast<QKeyEvent*>(event);
+        register_.current_row = afw_grid_->currentRow();
+        register_.current_col = afw_grid_->currentColumn();
+        if (k->key() == Qt::Key_Delete) {
+            register_.afw_grid_key_down(kDeleteKey);
+            refresh();
+            return true;
+        }
+        if (k->key() == Qt::Key_Return || k->key() == Qt::Key_Enter) {
+            register_.afw_grid_key_down(kEnterKey);
+            refresh();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void AttendanceForm::leave() {
+    register_.staff_exit_click();  // a grid is saved and the month list shows again
+    if (register_.closed) {
+        accept();
+        return;
+    }
+    refresh();
+}
+
+void AttendanceForm::reject() {
+    // The exit saves; from the month list it closes the form.
+    if (register_.grid_shown) {
+        register_.staff_exit_click();
+    }
+    register_.staff_exit_click();
+    QDialog::reject();
+}
+
+}  // namespace korvel::attendance

@@ -1,0 +1,44 @@
+#pragma once
+// The Qt form of the attendance register: the month list, the month grid, the reason list and
+// the option list over the AttendanceRegister behaviour.
+
+#include <QDialog>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTableWidget>
+
+#include "attendance/attendance_register.h"
+
+namespace korvel::attendance {
+
+class AttendanceForm : public QDialog {
+    Q_OBJECT
+  public:
+    AttendanceForm(shell::Session& session, bool educators, QWidget* parent = nullptr);
+    AttendanceRegister& behaviour() { return register_; }
+    void refresh();
+    QTableWidget* grid() { return afw_grid_; }
+    QListWidget* months() { return maand_lys_; }
+    QListWidget* reasons() { return kode_lys_; }
+    // Clicks the option of ag_opsies at index, as the pop-up list would after a right click.
+    void choose_option(int index);
+
+  protected:
+    void reject() override;  // Escape and the close box leave through the exit
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void show_options(const QPoint& global);
+    void leave();
+
+    AttendanceRegister register_;
+    QListWidget* maand_lys_;
+    QTableWidget* afw_grid_;
+    QListWidget* kode_lys_;
+    QPushButton* calendar_;
+    QPushButton* kodes_;
+    QPushButton* grid_sort_;
+    QPushButton* staff_exit_;
+};
+
+}  // namespace korvel::attendance

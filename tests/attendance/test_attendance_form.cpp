@@ -1,0 +1,76 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTemporaryDir>
+
+#include "attendance/attendance_form.h"
+#include "shell/demo_tree.h"
+#include "shell/folders.h"
+#include "store/record_layouts.h"
+#include "ui/scripted_dialogs.h"
+
+using namespace korvel;
+
+TEST(AttendanceForm, MarkADayAbsentWithAReasonAndReadTheBytesBack) {
+    int argc = 1;
+    char name[] = "test";
+    char* argv[] = {name};
+    QApplication app(argc, argv);
+    QTemporaryDir tmp;
+    const int year = 2026;
+    shell::write_demo_tree(tmp.path(), year);
+    ui::ScriptedDialogs dialogs;
+    shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
+    session.folders = shell::default_folders("C:", "2026");
+    session.ledger_year = "2026";
+    session.afrikaans = false;
+    session.open_staff_file();
+
+    attendance::AttendanceForm form(session, true);
+    form.show();
+    // March of 2026: the month list, then the grid.
+    ASSERT_GE(form.months()->count(), 12);
+    emit form.months()->itemDoubleClicked(form.months()->item(2));
+    ASSERT_TRUE(form.grid()->isVisible());
+    const attendance::CellGrid& g = form.behaviour().afw_grid;
+    // Tuesday 10 March is day 10 of the month; find its column by the heading.
+    int col = -1;
+    for (int c = attendance::kFirstDayCol; c < g.cols(); ++c) {
+        if (g.text(0, c).toInt() == 10) {
+            col = c;
+        }
+    }
+    ASSERT_GT(col, 0);
+    const int row = attendance::kFirstStaffRow;
+    const QString post = g.text(row, attendance::kColPost).trimmed();
+    ASSERT_FALSE(post.isEmpty());
+    // The first click after the form loads is passed over; the next one marks the day.
+    emit form.grid()->cellClicked(row, col);
+    emit form.grid()->cellClicked(row, col);
+    EXPECT_EQ(g.text(row, col), "a");
+    // A reason from the list: "SICK" is reason 2.
+    int sick = -1;
+    for (int i = 0; i < form.reasons()->count(); ++i) {
+        if (form.reasons()->item(i)->text().contains("SICK")) {
+            sick = i;
+        }
+    }
+    ASSERT_GE(sick, 0);
+    emit form.reasons()->itemDoubleClicked(form.reasons()->item(sick));
+    EXPECT_EQ(g.text(row, col), "a*");
+    // Leaving the grid saves it.
+    form.behaviour().staff_exit_click();
+
+    const QByteArray bytes = *session.fs().read_all(session.folders.staff + "\\prs_afw_random.txt");
+    const int day = QDate(2026, 3, 10).dayOfYear();
+    bool found = false;
+    for (qsizetype at = 0; at + 1118 <= bytes.size(); at += 1118) {
+        if (QString::fromLatin1(bytes.mid(at, 5)).trimmed() == post) {
+            found = true;
+            EXPECT_EQ(bytes.at(at + store::PRSAFW["PF_DAG"].element_offset(day)), 'a');
+            EXPECT_EQ(bytes.mid(at + store::PRSAFW["PF_REDE"].element_offset(day), 2), " 2");
+            break;
+        }
+    }
+    EXPECT_TRUE(found);
+}
