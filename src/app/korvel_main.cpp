@@ -5,6 +5,7 @@
 
 #include "app/desktop.h"
 #include "app/forms.h"
+#include "attendance/child_forms.h"
 #include "platform/drive_map.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
@@ -19,6 +20,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("KORVEL"));
     ui::QtDialogs dialogs;
+    attendance::register_child_forms(dialogs);
     platform::DriveMap drives = platform::DriveMap::from_environment();
     shell::Session session(dialogs, drives);
     session.executable_path = platform::executable_windows_path(drives);

@@ -3,7 +3,12 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
+#include <QPushButton>
+#include <QTimer>
+
 #include "attendance/attendance_form.h"
+#include "attendance/child_forms.h"
+#include "attendance/reason_codes.h"
 #include "shell/demo_tree.h"
 #include "shell/folders.h"
 #include "store/record_layouts.h"
@@ -11,11 +16,18 @@
 
 using namespace korvel;
 
+namespace {
+QApplication& application() {
+    static int argc = 1;
+    static char name[] = "test";
+    static char* argv[] = {name};
+    static QApplication app(argc, argv);
+    return app;
+}
+}  // namespace
+
 TEST(AttendanceForm, MarkADayAbsentWithAReasonAndReadTheBytesBack) {
-    int argc = 1;
-    char name[] = "test";
-    char* argv[] = {name};
-    QApplication app(argc, argv);
+    application();
     QTemporaryDir tmp;
     const int year = 2026;
     shell::write_demo_tree(tmp.path(), year);
@@ -73,4 +85,30 @@ TEST(AttendanceForm, MarkADayAbsentWithAReasonAndReadTheBytesBack) {
         }
     }
     EXPECT_TRUE(found);
+}
+
+TEST(AttendanceForm, ReasonCodesShowThroughTheDialogsAndTopUpAnEmptyFile) {
+    application();
+    QTemporaryDir tmp;
+    ui::QtDialogs dialogs;
+    attendance::register_child_forms(dialogs);
+    shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
+    session.folders = shell::default_folders("C:", "2026");
+    session.ledger_year = "2026";
+    session.open_staff_file();
+    attendance::ReasonCodes codes(session);
+    bool shown = false;
+    QTimer::singleShot(100, [&] {
+        QWidget* form = QApplication::activeModalWidget();
+        ASSERT_NE(form, nullptr);
+        shown = form->objectName() == "sk417_kodes_prg";
+        for (QPushButton* b : form->findChildren<QPushButton*>()) {
+            if (b->text() == "X") {
+                b->click();
+            }
+        }
+    });
+    dialogs.show_modal(codes);
+    EXPECT_TRUE(shown);
+    EXPECT_EQ(session.fs().file_size(session.folders.staff + "\\sbi_kde_random.txt"), 11 * 50);
 }
