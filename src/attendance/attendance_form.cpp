@@ -1,6 +1,7 @@
 #include "attendance/attendance_form.h"
 
 #include <QContextMenuEvent>
+#include <QCursor>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -55,6 +56,40 @@ AttendanceForm::AttendanceForm(shell::Session& session, bool educators, QWidget*
     staff_exit_ = new QPushButton(QStringLiteral("X"), this);
     staff_exit_->setObjectName(QStringLiteral("staff_exit"));
 
+    // The month calendar's frame: the days of the month, an option list on a click, save and
+    // undo.
+    maand_kalender_raam_ = new QWidget(this);
+    maand_kalender_raam_->setObjectName(QStringLiteral("maand_kalender_raam"));
+    maand_kalender_ = new QTableWidget(maand_kalender_raam_);
+    maand_kalender_->setObjectName(QStringLiteral("maand_kalender"));
+    maand_kalender_->horizontalHeader()->hide();
+    maand_kalender_->verticalHeader()->hide();
+    maand_kalender_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    auto* mk_save = new QPushButton(QStringLiteral("OK"), maand_kalender_raam_);
+    auto* mk_undo = new QPushButton(QStringLiteral("↺"), maand_kalender_raam_);
+    mk_save->setObjectName(QStringLiteral("mk_save"));
+    mk_undo->setObjectName(QStringLiteral("mk_undo"));
+    auto* raam = new QVBoxLayout(maand_kalender_raam_);
+    raam->addWidget(maand_kalender_);
+    auto* raam_buttons = new QHBoxLayout;
+    raam_buttons->addWidget(mk_undo);
+    raam_buttons->addStretch();
+    raam_buttons->addWidget(mk_save);
+    raam->addLayout(raam_buttons);
+    connect(maand_kalender_, &QTableWidget::cellClicked, this, [this](int row, int col) {
+        register_.calendar.maand_kalender_click(row, col);
+        refresh();
+        show_calendar_options(QCursor::pos());
+    });
+    connect(mk_save, &QPushButton::clicked, this, [this] {
+        register_.calendar.mk_save_click();
+        refresh();
+    });
+    connect(mk_undo, &QPushButton::clicked, this, [this] {
+        register_.calendar.mk_undo_click();
+        refresh();
+    });
+
     connect(maand_lys_, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem* item) {
         register_.maand_lys.list_index = maand_lys_->row(item);
         register_.maand_lys_dbl_click();
@@ -94,6 +129,7 @@ AttendanceForm::AttendanceForm(shell::Session& session, bool educators, QWidget*
     auto* body = new QHBoxLayout;
     body->addWidget(maand_lys_);
     body->addWidget(afw_grid_, 1);
+    body->addWidget(maand_kalender_raam_);
     body->addWidget(kode_lys_);
     auto* buttons = new QHBoxLayout;
     for (QPushButton* b : {calendar_, kodes_, grid_sort_}) {
@@ -124,6 +160,19 @@ void AttendanceForm::refresh() {
     setWindowTitle(register_.caption);
     fill_list(maand_lys_, register_.maand_lys);
     fill_list(kode_lys_, register_.kode_lys);
+    const CellGrid& k = register_.calendar.maand_kalender;
+    maand_kalender_raam_->setVisible(register_.calendar.raam_visible);
+    maand_kalender_->setRowCount(k.rows());
+    maand_kalender_->setColumnCount(k.cols());
+    for (int r = 0; r < k.rows(); ++r) {
+        for (int c = 0; c < k.cols(); ++c) {
+            auto* item = new QTableWidgetItem(k.text(r, c));
+            item->setBackground(colour_of(k.at(r, c).back));
+            item->setForeground(colour_of(k.at(r, c).fore));
+            maand_kalender_->setItem(r, c, item);
+        }
+    }
+    maand_kalender_->resizeColumnsToContents();
     const CellGrid& g = register_.afw_grid;
     afw_grid_->setVisible(register_.grid_shown);
     afw_grid_->setRowCount(g.rows());
@@ -152,6 +201,22 @@ void AttendanceForm::refresh() {
             afw_grid_->setColumnWidth(c, std::max(18, width / 15));  // twips to pixels
         }
     }
+}
+
+void AttendanceForm::show_calendar_options(const QPoint& global) {
+    const ListBox& options = register_.calendar.mk_opsies;
+    if (!options.visible || options.items.empty()) {
+        return;
+    }
+    QMenu menu(this);
+    for (int i = 0; i < static_cast<int>(options.items.size()); ++i) {
+        QAction* a = menu.addAction(options.items[static_cast<std::size_t>(i)].text);
+        connect(a, &QAction::triggered, this, [this, i] {
+            register_.calendar.mk_opsies_click(i);
+            refresh();
+        });
+    }
+    menu.exec(global);
 }
 
 void AttendanceForm::choose_option(int index) {

@@ -20,6 +20,7 @@ class AttendanceForm : public QDialog {
     QTableWidget* grid() { return afw_grid_; }
     QListWidget* months() { return maand_lys_; }
     QListWidget* reasons() { return kode_lys_; }
+    QTableWidget* calendar() { return maand_kalender_; }
     // Clicks the option of ag_opsies at index, as the pop-up list would after a right click.
     void choose_option(int index);
 
@@ -29,6 +30,7 @@ class AttendanceForm : public QDialog {
 
   private:
     void show_options(const QPoint& global);
+    void show_calendar_options(const QPoint& global);
     void leave();
 
     AttendanceRegister register_;
@@ -39,6 +41,8 @@ class AttendanceForm : public QDialog {
     QPushButton* kodes_;
     QPushButton* grid_sort_;
     QPushButton* staff_exit_;
+    QWidget* maand_kalender_raam_;
+    QTableWidget* maand_kalender_;
 };
 
 }  // namespace korvel::attendance

@@ -112,3 +112,41 @@ TEST(AttendanceForm, ReasonCodesShowThroughTheDialogsAndTopUpAnEmptyFile) {
     EXPECT_TRUE(shown);
     EXPECT_EQ(session.fs().file_size(session.folders.staff + "\\sbi_kde_random.txt"), 11 * 50);
 }
+
+TEST(AttendanceForm, TheCalendarFrameShowsAndSavesTheMonth) {
+    application();
+    QTemporaryDir tmp;
+    shell::write_demo_tree(tmp.path(), 2026);
+    ui::ScriptedDialogs dialogs;
+    shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
+    session.folders = shell::default_folders("C:", "2026");
+    session.ledger_year = "2026";
+    session.open_staff_file();
+    attendance::AttendanceForm form(session, true);
+    form.show();
+    form.behaviour().maand_lys.list_index = 3;  // April
+    for (QPushButton* b : form.findChildren<QPushButton*>()) {
+        if (b->text() == "KALENDER") {
+            b->click();
+        }
+    }
+    ASSERT_TRUE(form.findChild<QWidget*>("maand_kalender_raam")->isVisible());
+    attendance::MonthCalendar& cal = form.behaviour().calendar;
+    // A day cell of the frame, then the first option of the list beside it, then save.
+    int row = -1, col = -1;
+    for (int r = 1; r < cal.maand_kalender.rows() && row < 0; ++r) {
+        for (int c = 0; c < cal.maand_kalender.cols(); ++c) {
+            if (cal.maand_kalender.text(r, c).trimmed() == "27") {
+                row = r;
+                col = c;
+            }
+        }
+    }
+    ASSERT_GE(row, 0);
+    cal.maand_kalender_click(row, col);
+    ASSERT_FALSE(cal.mk_opsies.items.empty());
+    cal.mk_opsies_click(0);
+    form.findChild<QPushButton*>("mk_save")->click();
+    EXPECT_TRUE(session.fs().file_exists(cal.file_path(4, true)));
+    EXPECT_TRUE(cal.file_path(4, true).startsWith(session.folders.workstation_program));
+}
