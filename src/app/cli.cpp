@@ -7,6 +7,7 @@
 #include "app/cli_dump.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
+#include "reports/cli_print.h"
 #include "shell/demo_tree.h"
 #include "shell/session.h"
 #include "shell/startup.h"
@@ -49,7 +50,7 @@ QString find_file(const QString& folder, const store::Layout& layout) {
 
 int dump(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (args.size() < 2) {
-        err << kUsage;
+        err << kUsage << reports::kPrintUsage;
         return 2;
     }
     const store::Layout* layout = store::layout_by_code(args.at(1).toUpper().toStdString());
@@ -60,7 +61,7 @@ int dump(const QStringList& args, QTextStream& out, QTextStream& err) {
         return 2;
     }
     if (folder.isEmpty() || (!format.isEmpty() && format != u"csv" && format != u"json")) {
-        err << kUsage;
+        err << kUsage << reports::kPrintUsage;
         return 2;
     }
     if (!QFileInfo(folder).isDir()) {
@@ -80,7 +81,7 @@ int dump(const QStringList& args, QTextStream& out, QTextStream& err) {
 
 int demo(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (args.size() != 2) {
-        err << kUsage;
+        err << kUsage << reports::kPrintUsage;
         return 2;
     }
     const QString root = QFileInfo(args.at(1)).absoluteFilePath();
@@ -103,7 +104,7 @@ int demo(const QStringList& args, QTextStream& out, QTextStream& err) {
 int compact(const QStringList& args, QTextStream& out, QTextStream& err) {
     const QString folder = option(args, QStringLiteral("--folder"));
     if (folder.isEmpty()) {
-        err << kUsage;
+        err << kUsage << reports::kPrintUsage;
         return 2;
     }
     if (!QFileInfo(folder).isDir()) {
@@ -136,7 +137,7 @@ int info(const QStringList& args, QTextStream& out, QTextStream& err) {
                 return 2;
             }
         } else {
-            err << kUsage;
+            err << kUsage << reports::kPrintUsage;
             return 2;
         }
     }
@@ -187,7 +188,7 @@ int info(const QStringList& args, QTextStream& out, QTextStream& err) {
 
 int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (args.isEmpty() || args.first() == u"--help" || args.first() == u"help") {
-        (args.isEmpty() ? err : out) << kUsage;
+        (args.isEmpty() ? err : out) << kUsage << reports::kPrintUsage;
         return args.isEmpty() ? 2 : 0;
     }
     try {
@@ -203,6 +204,9 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
         }
         if (command == u"info") {
             return info(args, out, err);
+        }
+        if (command == u"print") {
+            return reports::print_report(args, out, err);
         }
         err << "korvel-cli: unknown command " << command << "\n" << kUsage;
         return 2;

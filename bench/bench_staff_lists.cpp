@@ -1,0 +1,168 @@
+// The staff list of 1,000 staff members, from the record files to a PDF file and to a
+// workbook, beside its floors measured in the same run: reading the master file's bytes once,
+// and building the grid alone (records read, LURITS and CEMIS numbers looked up).
+
+#include <benchmark/benchmark.h>
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QTemporaryDir>
+#include <memory>
+
+#include "platform/drive_map.h"
+#include "reports/painter_device.h"
+#include "reports/recording_device.h"
+#include "reports/school_report.h"
+#include "reports/sk421_prg.h"
+#include "shell/demo_tree.h"
+#include "shell/school.h"
+#include "shell/session.h"
+#include "store/record_layouts.h"
+#include "ui/scripted_dialogs.h"
+
+using namespace korvel;
+using namespace korvel::reports;
+
+namespace {
+
+constexpr int kStaff = 1000;
+constexpr int kYear = 2026;
+
+// The demo tree, its active staff copied under new post numbers (with their additional and
+// LURITS records) until kStaff members are active.
+struct Tree {
+    QTemporaryDir dir;
+    ui::ScriptedDialogs dialogs;
+    std::unique_ptr<shell::Session> session;
+
+    Tree() {
+        shell::write_demo_tree(dir.path(), kYear);
+        session = shell::Session::on_drive(
+            dialogs, platform::DriveMap::explicit_map({{QStringLiteral("C:"), dir.path()}}),
+            QStringLiteral("C:"), QString::number(kYear));
+        shell::load_school_record(*session);
+        using store::Code;
+        session->open_file(Code::PRSALG, session->folders.staff);
+        session->open_file(Code::PRSADD, session->folders.staff);
+        session->open_file(Code::PRSLURITS, session->folders.staff);
+        std::vector<store::Record> masters;
+        session->scan_records(Code::PRSALG, [&](int, store::Record& r) {
+            if (r.text(store::PRSALG["PA_AKTIEF"]).trimmed().isEmpty())
+                masters.push_back(r);
+        });
+        for (int n = int(masters.size()), i = 0; n < kStaff; ++n, ++i) {
+            store::Record r = masters[size_t(i) % masters.size()];
+            const QString post = QString::number(2000 + i);
+            const QString id =
+                r.text(store::PRSALG["PA_ID_NR"]).left(6) + QString::number(1000000 + i).right(7);
+            r.set_text(store::PRSALG["PA_POS_NR"], post);
+            r.set_text(store::PRSALG["PA_ID_NR"], id);
+            r.set_text(store::PRSALG["PA_VAN"],
+                       r.text(store::PRSALG["PA_VAN"]) + QStringLiteral(" %1").arg(i));
+            session->working(Code::PRSALG) = r;
+            session->append_record(Code::PRSALG);
+
+            store::Record& add = session->working(Code::PRSADD);
+            add.clear();
+            add.set_text(store::PRSADD["PD_POS_NR"], post);
+            add.set_text(store::PRSADD["PD_CEMIS"],
+                         QStringLiteral("9%1").arg(i, 15, 10, QChar(u'0')));
+            session->append_record(Code::PRSADD);
+
+            store::Record& lurits = session->working(Code::PRSLURITS);
+            lurits.clear();
+            lurits.set_text(store::PRSLURITS["LU_ID_NR"], id);
+            lurits.set_text(store::PRSLURITS["LU_NR"], QString::number(300000000 + i));
+            session->append_record(Code::PRSLURITS);
+        }
+        for (Code c : {Code::PRSALG, Code::PRSADD, Code::PRSLURITS})
+            session->close_file(c);
+        session->afrikaans = true;
+    }
+};
+
+Tree& tree() {
+    static Tree t;
+    return t;
+}
+
+void BM_ReadMasterFloor(benchmark::State& state) {
+    Tree& t = tree();
+    const QString path =
+        t.session->fs().native(t.session->folders.staff) + QStringLiteral("/prs_alg_random.txt");
+    for (auto _ : state) {
+        QFile f(path);
+        f.open(QIODevice::ReadOnly);
+        benchmark::DoNotOptimize(f.readAll());
+    }
+    state.SetItemsProcessed(state.iterations() * kStaff);
+}
+BENCHMARK(BM_ReadMasterFloor)->Unit(benchmark::kMillisecond);
+
+void BM_StaffListGrid(benchmark::State& state) {
+    Tree& t = tree();
+    for (auto _ : state) {
+        RecordingDevice device;
+        PrintJob job(device, t.dialogs, report_school(*t.session), true);
+        Sk421Prg form(*t.session, job, kStaffListOption);
+        form.form_load();
+        PrintGrid grid = form.staff_list_grid();
+        benchmark::DoNotOptimize(grid.rows());
+        if (grid.rows() != kStaff + 1)
+            state.SkipWithError("not every staff member is in the list");
+    }
+    state.SetItemsProcessed(state.iterations() * kStaff);
+}
+BENCHMARK(BM_StaffListGrid)->Unit(benchmark::kMillisecond);
+
+void BM_StaffListToPdf(benchmark::State& state) {
+    Tree& t = tree();
+    QTemporaryDir out;
+    for (auto _ : state) {
+        PdfDevice pdf(out.filePath(QStringLiteral("personeellys.pdf")));
+        PrintJob job(pdf, t.dialogs, report_school(*t.session), true);
+        Sk421Prg form(*t.session, job, kStaffListOption);
+        form.form_load();
+        form.choose_target = [](PrintJob& j) {
+            j.print_setup();
+            j.state.page_pending = true;
+            return true;
+        };
+        form.print_staff_list();
+    }
+    state.SetItemsProcessed(state.iterations() * kStaff);
+}
+BENCHMARK(BM_StaffListToPdf)->Unit(benchmark::kMillisecond);
+
+void BM_StaffListToWorkbook(benchmark::State& state) {
+    Tree& t = tree();
+    QTemporaryDir out;
+    for (auto _ : state) {
+        RecordingDevice device;
+        PrintJob job(device, t.dialogs, report_school(*t.session), true);
+        Sk421Prg form(*t.session, job, kStaffListOption);
+        form.form_load();
+        form.choose_target = [&](PrintJob& j) {
+            j.begin_spreadsheet(out.path(), QStringLiteral("personeellys"));
+            return true;
+        };
+        form.print_staff_list();
+    }
+    state.SetItemsProcessed(state.iterations() * kStaff);
+}
+BENCHMARK(BM_StaffListToWorkbook)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    tree();  // built once, outside the timings
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,306 @@
+#include "reports/cli_print.h"
+
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <memory>
+#include <optional>
+
+#include "platform/drive_map.h"
+#include "platform/executable.h"
+#include "platform/process_end.h"
+#include "reports/painter_device.h"
+#include "reports/recording_device.h"
+#include "reports/school_report.h"
+#include "reports/sk421_prg.h"
+#include "shell/session.h"
+#include "shell/startup.h"
+#include "ui/scripted_dialogs.h"
+
+namespace korvel::reports {
+
+const char* const kPrintUsage =
+    "  print REPORT [options] (--pdf FILE | --xlsx FILE)\n"
+    "      REPORT: staff-list, address-list, birthday-list, age-list, staff-details\n"
+    "      --from POST --to POST        the range of post numbers (default: all)\n"
+    "      --order alphabetic|numeric   (default: alphabetic)\n"
+    "      --appointments LETTERS       of O (education department), B (governing body),\n"
+    "                                   P (PYEI); default OBP\n"
+    "      --admin only|included|excluded   administrative staff (default: included)\n"
+    "      --from-date DATE --to-date DATE  the birthday period, YYYY.MM.DD (default: this "
+    "month)\n"
+    "      --sections LIST              staff details: alg,adr,bnk,kwl,aan,ond,kls (default: all)\n"
+    "      --lang af|en                 the language of the report (default: the program's)\n"
+    "      --drive X:=DIR               a drive of the suite mapped to a folder (repeatable)\n";
+
+namespace {
+
+// The command line's dialogs, which also note whether a failure was reported.
+class CliDialogs : public ui::UnattendedDialogs {
+  public:
+    void message(const QString& text, ui::Icon icon, const QString& title) override {
+        failed = failed || icon == ui::Icon::Critical;
+        UnattendedDialogs::message(text, icon, title);
+    }
+    bool failed = false;
+};
+
+struct PrintOptions {
+    int option = 0;
+    bool age_list = false;
+    QString from_post, to_post;
+    std::optional<StaffOrder> order;
+    std::optional<std::array<bool, 3>> appointments;
+    std::optional<AdminChoice> admin;
+    QDate from_date, to_date;
+    std::optional<std::array<bool, kSectionCount>> sections;
+    std::optional<bool> afrikaans;
+    QStringList drives;
+    QString pdf, xlsx;
+};
+
+QDate read_date(const QString& text) {
+    QString t = text.trimmed();
+    t.replace(u'-', u'.').replace(u'/', u'.');
+    return QDate::fromString(t, QStringLiteral("yyyy.MM.dd"));
+}
+
+// Reads the arguments; a message in `why` when they are wrong.
+std::optional<PrintOptions> parse(const QStringList& args, QString* why) {
+    PrintOptions o;
+    if (args.size() < 2) {
+        *why = QStringLiteral("no report named");
+        return std::nullopt;
+    }
+    const QString report = args.at(1);
+    if (report == u"staff-list") {
+        o.option = kStaffListOption;
+    } else if (report == u"address-list") {
+        o.option = kAddressListOption;
+    } else if (report == u"birthday-list") {
+        o.option = kBirthdayListOption;
+    } else if (report == u"age-list") {
+        o.option = kBirthdayListOption;
+        o.age_list = true;
+    } else if (report == u"staff-details") {
+        o.option = kStaffDetailsOption;
+    } else {
+        *why = QStringLiteral("unknown report ") + report;
+        return std::nullopt;
+    }
+    for (qsizetype i = 2; i < args.size(); ++i) {
+        const QString name = args.at(i);
+        if (i + 1 >= args.size()) {
+            *why = QStringLiteral("no value for ") + name;
+            return std::nullopt;
+        }
+        const QString value = args.at(++i);
+        if (name == u"--from") {
+            o.from_post = value;
+        } else if (name == u"--to") {
+            o.to_post = value;
+        } else if (name == u"--order") {
+            if (value == u"alphabetic")
+                o.order = StaffOrder::Alphabetic;
+            else if (value == u"numeric")
+                o.order = StaffOrder::Numeric;
+            else
+                *why = QStringLiteral("--order is alphabetic or numeric, not ") + value;
+        } else if (name == u"--appointments") {
+            std::array<bool, 3> kinds{false, false, false};
+            for (QChar c : value.toUpper()) {
+                if (c == u'O')
+                    kinds[0] = true;
+                else if (c == u'B')
+                    kinds[1] = true;
+                else if (c == u'P')
+                    kinds[2] = true;
+                else if (c != u',')
+                    *why =
+                        QStringLiteral("--appointments takes the letters O, B and P, not ") + value;
+            }
+            o.appointments = kinds;
+        } else if (name == u"--admin") {
+            if (value == u"only")
+                o.admin = AdminChoice::Only;
+            else if (value == u"included")
+                o.admin = AdminChoice::Included;
+            else if (value == u"excluded")
+                o.admin = AdminChoice::Excluded;
+            else
+                *why = QStringLiteral("--admin is only, included or excluded, not ") + value;
+        } else if (name == u"--from-date" || name == u"--to-date") {
+            const QDate d = read_date(value);
+            if (!d.isValid())
+                *why = name + QStringLiteral(": not a date: ") + value;
+            (name == u"--from-date" ? o.from_date : o.to_date) = d;
+        } else if (name == u"--sections") {
+            static const char* const kNames[kSectionCount] = {"alg", "adr", "bnk", "kwl",
+                                                              "aan", "ond", "kls"};
+            std::array<bool, kSectionCount> on{};
+            for (const QString& part : value.split(u',', Qt::SkipEmptyParts)) {
+                bool known = false;
+                for (int s = 0; s < kSectionCount; ++s) {
+                    if (part.trimmed().compare(QLatin1String(kNames[s]), Qt::CaseInsensitive) ==
+                        0) {
+                        on[size_t(s)] = true;
+                        known = true;
+                    }
+                }
+                if (!known)
+                    *why = QStringLiteral("unknown section ") + part;
+            }
+            o.sections = on;
+        } else if (name == u"--lang") {
+            if (value == u"af")
+                o.afrikaans = true;
+            else if (value == u"en")
+                o.afrikaans = false;
+            else
+                *why = QStringLiteral("--lang is af or en, not ") + value;
+        } else if (name == u"--drive") {
+            o.drives << value;
+        } else if (name == u"--pdf") {
+            o.pdf = value;
+        } else if (name == u"--xlsx") {
+            o.xlsx = value;
+        } else {
+            *why = QStringLiteral("unknown option ") + name;
+        }
+        if (!why->isEmpty())
+            return std::nullopt;
+    }
+    if (o.pdf.isEmpty() == o.xlsx.isEmpty()) {
+        *why = QStringLiteral("give one of --pdf FILE and --xlsx FILE");
+        return std::nullopt;
+    }
+    return o;
+}
+
+// The entry of the list with the post number; -1 when there is none.
+int entry_of(const Sk421Prg& form, const QString& post) {
+    for (size_t i = 0; i < form.prs_lys.size(); ++i)
+        if (form.prs_lys[i].post.compare(post.trimmed(), Qt::CaseInsensitive) == 0)
+            return int(i);
+    return -1;
+}
+
+int run(const PrintOptions& o, QTextStream& out, QTextStream& err) {
+    platform::DriveMap drives = platform::DriveMap::from_environment();
+    for (const QString& d : o.drives) {
+        const QStringList bad = drives.read_config(d);
+        if (!bad.isEmpty()) {
+            err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
+            return 2;
+        }
+    }
+    if (!o.pdf.isEmpty() &&
+        qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
+        err << "korvel-cli: PDF output needs the GUI application (fonts)\n";
+        return 1;
+    }
+
+    CliDialogs dialogs;
+    shell::Session session(dialogs, drives);
+    session.executable_path = platform::executable_windows_path(drives);
+    session.afrikaans = false;
+    shell::Startup startup(session);
+    startup.begin();
+    startup.locate();
+    startup.read_language();
+    if (!startup.splash_check_school_file())
+        return 1;
+    startup.settle_ledger_year();
+    if (o.afrikaans)
+        session.afrikaans = *o.afrikaans;
+
+    const QString target = QFileInfo(o.pdf.isEmpty() ? o.xlsx : o.pdf).absoluteFilePath();
+    if (!QFileInfo(QFileInfo(target).absolutePath()).isDir()) {
+        err << "korvel-cli: " << QFileInfo(target).absolutePath() << ": no such folder\n";
+        return 1;
+    }
+    std::unique_ptr<PrintDevice> device;
+    if (!o.pdf.isEmpty())
+        device = std::make_unique<PdfDevice>(target);
+    else
+        device = std::make_unique<RecordingDevice>();
+    PrintJob job(*device, dialogs, report_school(session), session.afrikaans);
+
+    Sk421Prg form(session, job, o.option);
+    form.form_load();
+    if (!o.from_post.isEmpty() || !o.to_post.isEmpty()) {
+        for (int end : {1, 2}) {
+            const QString post = end == 1 ? o.from_post : o.to_post;
+            if (post.isEmpty())
+                continue;
+            const int at = entry_of(form, post);
+            if (at < 0) {
+                err << "korvel-cli: no staff member has the post number " << post << "\n";
+                return 1;
+            }
+            form.pos_data_got_focus(end);
+            form.prs_lys_click(at);
+        }
+    }
+    if (o.order)
+        form.kies_volgorde = *o.order;
+    if (o.appointments)
+        form.kies_aanstelling = *o.appointments;
+    if (o.admin)
+        form.kies_administratief = *o.admin;
+    if (o.from_date.isValid())
+        form.jr_data[1] = o.from_date;
+    if (o.to_date.isValid())
+        form.jr_data[2] = o.to_date;
+    if (o.sections)
+        form.sections = *o.sections;
+
+    const bool to_workbook = !o.xlsx.isEmpty();
+    form.choose_target = [&](PrintJob& j) {
+        if (to_workbook) {
+            QString name = QFileInfo(target).fileName();
+            if (name.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive))
+                name.chop(5);
+            j.begin_spreadsheet(QFileInfo(target).absolutePath(), name);
+        } else {
+            j.print_setup();
+            j.state.page_pending = true;
+        }
+        return true;
+    };
+    if (o.age_list)
+        form.slegs_ouderdomslys_click();
+    else
+        form.kr_ok_click();
+    form.exit_click();
+
+    QString written = target;
+    if (to_workbook && !written.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive))
+        written += QStringLiteral(".xlsx");
+    if (dialogs.failed || !QFileInfo(written).isFile()) {
+        err << "korvel-cli: nothing was written to " << written << "\n";
+        return 1;
+    }
+    out << "report: " << job.state.report_name << "\n"
+        << "written: " << written << "\n";
+    return 0;
+}
+
+}  // namespace
+
+int print_report(const QStringList& args, QTextStream& out, QTextStream& err) {
+    QString why;
+    const std::optional<PrintOptions> options = parse(args, &why);
+    if (!options) {
+        err << "korvel-cli: " << why << "\n"
+            << "usage:\n"
+            << kPrintUsage;
+        return 2;
+    }
+    try {
+        return run(*options, out, err);
+    } catch (const ProcessEnd& end) {
+        return end.exit_code() == 0 ? 1 : end.exit_code();
+    }
+}
+
+}  // namespace korvel::reports
