@@ -5,7 +5,7 @@ build="$1"
 seconds="${2:-15}"
 status=0
 for f in "$build"/fuzz/fuzz_*; do
-  [ -x "$f" ] || continue
+  [ -f "$f" ] && [ -x "$f" ] || continue
   name=$(basename "$f")
   corpus="$build/fuzz/corpus-$name"
   mkdir -p "$corpus"
