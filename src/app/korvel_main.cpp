@@ -13,6 +13,7 @@
 #include "shell/session.h"
 #include "shell/startup.h"
 #include "ui/qt_dialogs.h"
+#include "ui/staff_list_forms.h"
 
 using namespace korvel;
 
@@ -21,6 +22,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("KORVEL"));
     ui::QtDialogs dialogs;
     attendance::register_child_forms(dialogs);
+    ui::register_staff_list_forms(dialogs);
     platform::DriveMap drives = platform::DriveMap::from_environment();
     shell::Session session(dialogs, drives);
     session.executable_path = platform::executable_windows_path(drives);

@@ -8,6 +8,7 @@
 
 #include "attendance/attendance_form.h"
 #include "shell/form_header.h"
+#include "ui/staff_list_forms.h"
 
 namespace korvel::staff {
 
@@ -116,6 +117,7 @@ StaffRegisterForm::StaffRegisterForm(shell::Session& session, bool educators, QW
     layout->addWidget(prs_grid_, 1);
     layout->addLayout(buttons);
 
+    register_.show_print_chooser = [this] { ui::show_print_menu(s_, this); };
     register_.open_attendance = [this](bool educators) {
         attendance::AttendanceForm form(s_, educators, this);
         form.exec();

@@ -7,6 +7,8 @@
 
 #include <QFileInfo>
 
+#include "reports/sk421_prg.h"
+#include "reports/staff_kies_druk.h"
 #include "shell/demo_tree.h"
 #include "shell/folders.h"
 #include "staff/sk411_prg_form.h"
@@ -112,4 +114,23 @@ TEST_F(RegisterFormTest, ClosingCompactsAndEachFormLeavesAnAuditLine) {
         *session.fs().read_all(session.folders.workstation + "\\Audit_Trail.txt");
     ASSERT_EQ(audit.size(), 258);
     EXPECT_EQ(audit.mid(68, 9), "sk411_prg");
+}
+
+TEST_F(RegisterFormTest, ThePrintButtonOpensThePrintMenuAndTheStaffLists) {
+    staff::StaffRegisterForm form(session, true);
+    ASSERT_TRUE(form.load());
+    dialogs.on_form("staff_kies_druk", [](ui::ChildForm& f) {
+        auto& menu = static_cast<reports::StaffKiesDruk&>(f);
+        EXPECT_TRUE(menu.pr_option[1].enabled);
+        menu.pr_option_click(1);  // the staff list
+    });
+    std::size_t listed = 0;
+    dialogs.on_form("sk421_prg", [&](ui::ChildForm& f) {
+        listed = static_cast<reports::Sk421Prg&>(f).prs_lys.size();
+    });
+    auto* print = form.findChild<QPushButton*>("task_options_5");
+    ASSERT_TRUE(print->isEnabled());
+    print->click();
+    EXPECT_EQ(dialogs.forms_shown(), QStringList({"staff_kies_druk", "sk421_prg"}));
+    EXPECT_GT(listed, 30u);
 }

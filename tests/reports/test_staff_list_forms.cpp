@@ -1,0 +1,66 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include "shell/demo_tree.h"
+#include "shell/folders.h"
+#include "ui/staff_list_forms.h"
+
+using namespace korvel;
+
+namespace {
+// Clicks a button, found by name or by text, on the modal form showing then.
+void click_on_modal(const QString& form, const QString& button, bool* seen) {
+    QTimer::singleShot(100, [=] {
+        QWidget* modal = QApplication::activeModalWidget();
+        ASSERT_NE(modal, nullptr);
+        *seen = modal->objectName() == form;
+        for (QPushButton* b : modal->findChildren<QPushButton*>()) {
+            if (b->objectName() == button || b->text() == button) {
+                b->click();
+                return;
+            }
+        }
+    });
+}
+}  // namespace
+
+TEST(StaffListForms, ThePrintMenuOpensTheListFormAndBothClose) {
+    int argc = 1;
+    char name[] = "test";
+    char* argv[] = {name};
+    QApplication app(argc, argv);
+    QTemporaryDir tmp;
+    shell::write_demo_tree(tmp.path(), 2026);
+    ui::QtDialogs dialogs;
+    ui::register_staff_list_forms(dialogs);
+    shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
+    session.folders = shell::default_folders("C:", "2026");
+    session.ledger_year = "2026";
+    session.open_staff_file();
+
+    bool menu_seen = false, list_seen = false, list_filled = false, closed_again = false;
+    // The menu: press the staff list; in the list form check the names and leave; then leave the
+    // menu.
+    click_on_modal("staff_kies_druk", "pr_option_1", &menu_seen);
+    QTimer::singleShot(300, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        ASSERT_NE(modal, nullptr);
+        list_seen = modal->objectName() == "sk421_prg";
+        list_filled = modal->findChild<QListWidget*>()->count() > 30;
+        click_on_modal("sk421_prg", "X", &closed_again);
+    });
+    QTimer::singleShot(600, [&] {
+        bool back = false;
+        click_on_modal("staff_kies_druk", "X", &back);
+    });
+    ui::show_print_menu(session, nullptr);
+    EXPECT_TRUE(menu_seen);
+    EXPECT_TRUE(list_seen);
+    EXPECT_TRUE(list_filled);
+    EXPECT_TRUE(closed_again);
+}
