@@ -8,7 +8,11 @@
 #include <QMenu>
 #include <QVBoxLayout>
 
+#include "attendance/code_list_print.h"
+#include "reports/print_target.h"
+#include "reports/school_report.h"
 #include "shell/form_header.h"
+#include "ui/print_target_host.h"
 
 namespace korvel::attendance {
 
@@ -141,6 +145,17 @@ AttendanceForm::AttendanceForm(shell::Session& session, bool educators, QWidget*
     layout->addLayout(body, 1);
     layout->addLayout(buttons);
 
+    // The reason list prints to the target the print target form chooses.
+    register_.print_code_list = [this, &session](const CodeListPrint& list) {
+        ui::QtPrintTargetHost host(this);
+        reports::PrintJob job(host.printer_device(), session.dialogs(),
+                              reports::report_school(session), session.afrikaans);
+        job.general_year_folder = session.fs().native(session.folders.general_year);
+        if (reports::ask_print_target(job, host,
+                                      session.fs().native(session.folders.workstation))) {
+            print_code_list(job, list);
+        }
+    };
     shell::form_header_setup(session, objectName());
     register_.form_load();
     const bool af = session.afrikaans;

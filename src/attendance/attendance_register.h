@@ -13,6 +13,7 @@
 #include "attendance/attendance_common.h"
 #include "attendance/cell_grid.h"
 #include "attendance/month_calendar.h"
+#include "attendance/reason_codes.h"
 
 namespace korvel::attendance {
 
@@ -66,7 +67,9 @@ class AttendanceRegister {
     ToolTips tool_tips() const;
 
     // ---- forms of other work ----
-    std::function<void()> open_reports;                 // sk423_prg, modal
+    std::function<void()> open_reports;  // sk423_prg, modal
+    // Prints the reason list; handed to the reason codes form when it opens.
+    std::function<void(const CodeListPrint&)> print_code_list;
     std::function<void(int done, int total)> progress;  // the save's progress bar
 
     // ---- events ----

@@ -8,7 +8,9 @@
 
 #include "attendance/attendance_form.h"
 #include "attendance/child_forms.h"
+#include "attendance/code_list_print.h"
 #include "attendance/reason_codes.h"
+#include "reports/recording_device.h"
 #include "shell/demo_tree.h"
 #include "shell/folders.h"
 #include "store/record_layouts.h"
@@ -149,4 +151,27 @@ TEST(AttendanceForm, TheCalendarFrameShowsAndSavesTheMonth) {
     form.findChild<QPushButton*>("mk_save")->click();
     EXPECT_TRUE(session.fs().file_exists(cal.file_path(4, true)));
     EXPECT_TRUE(cal.file_path(4, true).startsWith(session.folders.workstation_program));
+}
+
+TEST(AttendanceForm, TheReasonListPrintsThroughThePageEngine) {
+    QTemporaryDir tmp;
+    shell::write_demo_tree(tmp.path(), 2026);
+    ui::ScriptedDialogs dialogs;
+    shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
+    session.folders = shell::default_folders("C:", "2026");
+    session.ledger_year = "2026";
+    session.afrikaans = false;
+    session.open_staff_file();
+    attendance::ReasonCodes codes(session);
+    codes.form_load();
+    reports::RecordingDevice device;
+    reports::PrintJob job(device, dialogs, reports::ReportSchool{}, false);
+    attendance::print_code_list(job, codes.code_list());
+    const QStringList texts = device.texts();
+    EXPECT_NE(device.find_text("ATTENDANCE CODES : 2026"), nullptr);
+    EXPECT_TRUE(texts.contains("ANNUAL LEAVE"));
+    EXPECT_TRUE(texts.contains("UNPAID"));
+    EXPECT_TRUE(texts.contains("11"));
+    // One page holds the eleven reasons: the header is printed once.
+    EXPECT_EQ(texts.count("ATTENDANCE CODES : 2026"), 1) << device.lines().join("\n").toStdString();
 }
