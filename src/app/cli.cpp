@@ -146,13 +146,9 @@ int info(const QStringList& args, QTextStream& out, QTextStream& err) {
     session.executable_path = platform::executable_windows_path(drives);
     session.afrikaans = false;
     shell::Startup startup(session);
-    startup.begin();
-    startup.locate();
-    startup.read_language();
-    if (!startup.splash_check_school_file()) {
+    if (!startup.run_unattended()) {
         return 1;
     }
-    startup.settle_ledger_year();
     const store::Folders& f = session.folders;
     const std::pair<const char*, QString> rows[] = {
         {"executable", session.executable_path},

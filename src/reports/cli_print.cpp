@@ -204,12 +204,9 @@ int run(const PrintOptions& o, QTextStream& out, QTextStream& err) {
     session.executable_path = platform::executable_windows_path(drives);
     session.afrikaans = false;
     shell::Startup startup(session);
-    startup.begin();
-    startup.locate();
-    startup.read_language();
-    if (!startup.splash_check_school_file())
+    if (!startup.run_unattended()) {
         return 1;
-    startup.settle_ledger_year();
+    }
     if (o.afrikaans)
         session.afrikaans = *o.afrikaans;
 

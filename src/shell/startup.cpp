@@ -109,6 +109,17 @@ void Startup::locate() {
     find_school_pictures(s_);
 }
 
+bool Startup::run_unattended() {
+    begin();
+    locate();
+    read_language();
+    if (!splash_check_school_file()) {
+        return false;
+    }
+    settle_ledger_year();
+    return true;
+}
+
 void Startup::derive_program_folders() {
     const QString exe = s_.executable_path;
     const QString drive = drive_of(exe);

@@ -26,6 +26,11 @@ class Startup {
     // Process start after it: the data tree, the default staff folder and the school pictures.
     void locate();
 
+    // The whole start-up without a window, up to the staff files of the ledger year open:
+    // begin, locate, the language, the school file and the ledger year. False where the program
+    // would stay on its splash (no school file).
+    bool run_unattended();
+
     // Step 5 of process start: the program drive, suite home, program folder, workstation
     // folder and workstation program folder, derived from the executable's Windows-form path.
     void derive_program_folders();
