@@ -148,9 +148,11 @@ AttendanceForm::AttendanceForm(shell::Session& session, bool educators, QWidget*
     // The reason list prints to the target the print target form chooses.
     register_.print_code_list = [this, &session](const CodeListPrint& list) {
         ui::QtPrintTargetHost host(this);
-        reports::PrintJob job(host.printer_device(), session.dialogs(),
-                              reports::report_school(session), session.afrikaans);
+        reports::PrintJob job(host.job_device(), session.dialogs(), reports::report_school(session),
+                              session.afrikaans);
         job.general_year_folder = session.fs().native(session.folders.general_year);
+        ui::QtPrintProgress progress(this);
+        job.progress = &progress;
         if (reports::ask_print_target(job, host,
                                       session.fs().native(session.folders.workstation))) {
             print_code_list(job, list);

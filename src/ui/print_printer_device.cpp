@@ -44,6 +44,11 @@ void PrinterDevice::discard_doc() {
 bool preview_recording(const reports::RecordingDevice& recording, QWidget* parent) {
     QPrinter printer(QPrinter::HighResolution);
     a4_layout(printer);
+    return preview_recording(recording, printer, parent);
+}
+
+bool preview_recording(const reports::RecordingDevice& recording, QPrinter& printer,
+                       QWidget* parent) {
     QPrintPreviewDialog dialog(&printer, parent);
     QObject::connect(
         &dialog, &QPrintPreviewDialog::paintRequested, &dialog, [&recording](QPrinter* target) {
@@ -52,6 +57,26 @@ bool preview_recording(const reports::RecordingDevice& recording, QWidget* paren
             device.end_doc();
         });
     return dialog.exec() == QDialog::Accepted;
+}
+
+PreviewPrinterDevice::PreviewPrinterDevice(PrinterDevice& printer, QWidget* parent)
+    : reports::RecordingDevice(printer.device_name()), printer_(printer), parent_(parent) {}
+
+void PreviewPrinterDevice::end_doc() {
+    // A report that drew nothing has nothing to show: the target form ends a document before
+    // the report begins.
+    const bool drawn = count(reports::RecordedCall::Kind::Text) > 0;
+    reports::RecordingDevice::end_doc();
+    if (drawn) {
+        if (show_preview) {
+            show_preview(*this);
+        } else {
+            printer_.qprinter().setColorMode(printer_.colour_mode() == 1 ? QPrinter::GrayScale
+                                                                         : QPrinter::Color);
+            preview_recording(*this, printer_.qprinter(), parent_);
+        }
+    }
+    clear();
 }
 
 }  // namespace korvel::ui

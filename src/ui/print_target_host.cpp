@@ -17,6 +17,14 @@ PrinterDevice& QtPrintTargetHost::printer_device() {
     return *devices_.back();
 }
 
+reports::PrintDevice& QtPrintTargetHost::job_device() {
+    PrinterDevice& printer = printer_device();
+    if (previews_.empty() || &previews_.back()->printer() != &printer) {
+        previews_.push_back(std::make_unique<PreviewPrinterDevice>(printer, parent_));
+    }
+    return *previews_.back();
+}
+
 void QtPrintTargetHost::show_modal(reports::KiesDrukker& form) {
     KiesDrukkerForm dialog(form, parent_);
     dialog.exec();
@@ -30,7 +38,7 @@ bool QtPrintTargetHost::choose_printer(reports::PrintJob& job) {
     devices_.push_back(std::make_unique<PrinterDevice>(current.qprinter().printerName()));
     PrinterDevice& chosen = *devices_.back();
     chosen.qprinter().setColorMode(current.qprinter().colorMode());
-    job.set_device(chosen);
+    job.set_device(job_device());
     return true;
 }
 

@@ -25,11 +25,14 @@ class QtPrintTargetHost : public reports::PrintTargetHost {
 
     // The device of the printer in use; made on first use from the system's default.
     PrinterDevice& printer_device();
+    // The device a report's job prints on: the printer in use behind its print preview.
+    reports::PrintDevice& job_device();
 
   private:
     QWidget* parent_;
     // Devices stay alive as long as the host: a job may still point at an earlier one.
     std::vector<std::unique_ptr<PrinterDevice>> devices_;
+    std::vector<std::unique_ptr<PreviewPrinterDevice>> previews_;
 };
 
 // The small window that shows what is being printed: heading, printer and page.

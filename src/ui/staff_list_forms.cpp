@@ -213,9 +213,11 @@ void register_staff_list_forms(QtDialogs& dialogs) {
 
 void show_print_menu(shell::Session& session, QWidget* parent) {
     QtPrintTargetHost host(parent);
-    reports::PrintJob job(host.printer_device(), session.dialogs(), reports::report_school(session),
+    reports::PrintJob job(host.job_device(), session.dialogs(), reports::report_school(session),
                           session.afrikaans);
     job.general_year_folder = session.fs().native(session.folders.general_year);
+    QtPrintProgress progress(parent);
+    job.progress = &progress;
     reports::StaffKiesDruk menu(session.afrikaans);
     reports::register_staff_lists(menu, session, job, &host);
     menu.form_load();
