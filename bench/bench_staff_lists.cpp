@@ -6,7 +6,10 @@
 
 #include <QFile>
 #include <QGuiApplication>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTextStream>
 #include <memory>
 
 #include "platform/drive_map.h"
@@ -151,6 +154,52 @@ void BM_StaffListToWorkbook(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * kStaff);
 }
 BENCHMARK(BM_StaffListToWorkbook)->Unit(benchmark::kMillisecond);
+
+// The yardstick: LibreOffice converting a CSV of the same table to PDF and to a workbook.
+// Skipped where soffice is not installed.
+void libreoffice_convert(benchmark::State& state, const char* to) {
+    const QString soffice = QStandardPaths::findExecutable(QStringLiteral("soffice"));
+    if (soffice.isEmpty()) {
+        state.SkipWithError("soffice is not installed");
+        return;
+    }
+    Tree& t = tree();
+    QTemporaryDir out;
+    {
+        RecordingDevice device;
+        PrintJob job(device, t.dialogs, report_school(*t.session), true);
+        Sk421Prg form(*t.session, job, kStaffListOption);
+        form.form_load();
+        const PrintGrid grid = form.staff_list_grid();
+        QFile csv(out.filePath(QStringLiteral("personeellys.csv")));
+        csv.open(QIODevice::WriteOnly);
+        QTextStream stream(&csv);
+        for (int r = 0; r < grid.rows(); ++r) {
+            QStringList cells;
+            for (int c = 0; c < grid.cols(); ++c) {
+                cells << u'"' + grid.text(r, c).replace(u'"', QStringLiteral("\"\"")) + u'"';
+            }
+            stream << cells.join(u',') << "\n";
+        }
+    }
+    const QString profile =
+        QStringLiteral("-env:UserInstallation=file://") + out.filePath("profile");
+    for (auto _ : state) {
+        QProcess::execute(soffice,
+                          {profile, QStringLiteral("--headless"), QStringLiteral("--convert-to"),
+                           QLatin1String(to), QStringLiteral("--outdir"), out.path(),
+                           out.filePath(QStringLiteral("personeellys.csv"))});
+    }
+    state.SetItemsProcessed(state.iterations() * kStaff);
+}
+void BM_LibreOfficeCsvToPdf(benchmark::State& state) {
+    libreoffice_convert(state, "pdf");
+}
+void BM_LibreOfficeCsvToXlsx(benchmark::State& state) {
+    libreoffice_convert(state, "xlsx");
+}
+BENCHMARK(BM_LibreOfficeCsvToPdf)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_LibreOfficeCsvToXlsx)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 }  // namespace
 
