@@ -9,6 +9,7 @@
 #include "attendance/attendance_form.h"
 #include "attendance/child_forms.h"
 #include "attendance/code_list_print.h"
+#include "attendance/leave_capture.h"
 #include "attendance/reason_codes.h"
 #include "reports/recording_device.h"
 #include "shell/demo_tree.h"
@@ -174,4 +175,59 @@ TEST(AttendanceForm, TheReasonListPrintsThroughThePageEngine) {
     EXPECT_TRUE(texts.contains("11"));
     // One page holds the eleven reasons: the header is printed once.
     EXPECT_EQ(texts.count("ATTENDANCE CODES : 2026"), 1) << device.lines().join("\n").toStdString();
+}
+
+TEST(AttendanceForm, LeaveCaptureShowsThroughTheDialogsAndWritesTheStretch) {
+    application();
+    QTemporaryDir tmp;
+    shell::write_demo_tree(tmp.path(), 2026);
+    ui::QtDialogs dialogs;
+    attendance::register_child_forms(dialogs);
+    shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
+    session.folders = shell::default_folders("C:", "2026");
+    session.ledger_year = "2026";
+    session.open_staff_file();
+    session.read_record(store::Code::PRSALG, 1);
+    const QString post = session.working(store::Code::PRSALG).text(store::PRSALG["PA_POS_NR"]);
+    attendance::LeaveCapture leave(session);
+    bool shown = false;
+    QTimer::singleShot(100, [&] {
+        QWidget* form = QApplication::activeModalWidget();
+        ASSERT_NE(form, nullptr);
+        shown = form->objectName() == "sk417_verlof_prg";
+        // Two days of leave, the dates as the calendar would give them.
+        leave.prs_data[1] = "2026.06.01";
+        leave.prs_data[2] = "2026.06.02";
+        // The OK tells the user what was written; that message is answered, then the form left.
+        QTimer::singleShot(100, [form] {
+            if (QWidget* message = QApplication::activeModalWidget(); message != form) {
+                message->close();
+            }
+            for (QPushButton* b : form->findChildren<QPushButton*>()) {
+                if (b->text() == "X") {
+                    b->click();
+                }
+            }
+        });
+        for (QPushButton* b : form->findChildren<QPushButton*>()) {
+            if (b->text() == "OK") {
+                b->click();
+                break;
+            }
+        }
+    });
+    dialogs.show_modal(leave);
+    EXPECT_TRUE(shown);
+    const QByteArray bytes = *session.fs().read_all(session.folders.staff + "\\prs_afw_random.txt");
+    bool found = false;
+    for (qsizetype at = 0; at + 1118 <= bytes.size(); at += 1118) {
+        if (QString::fromLatin1(bytes.mid(at, 5)).trimmed() == post) {
+            found = true;
+            for (int day : {QDate(2026, 6, 1).dayOfYear(), QDate(2026, 6, 2).dayOfYear()}) {
+                EXPECT_EQ(bytes.at(at + store::PRSAFW["PF_DAG"].element_offset(day)), 'a');
+            }
+            break;
+        }
+    }
+    EXPECT_TRUE(found);
 }
