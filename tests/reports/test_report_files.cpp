@@ -277,5 +277,28 @@ TEST(ReportFiles, ReadOnlyFolderKeepsTheOldWorkbook) {
     EXPECT_EQ(back.readAll(), QByteArray("OLD"));
 }
 
+// The same refusal whatever the rights: the folder chosen is a file.
+TEST(ReportFiles, AFolderThatIsAFileGivesTheMessageAndLeavesNothing) {
+    QTemporaryDir dir;
+    RecordingDevice device;
+    ui::ScriptedDialogs dialogs;
+    PrintJob job(device, dialogs, testing::sample_school(), false);
+    PrintGrid grid = staff_grid(2);
+    const QString not_a_folder = dir.filePath("plain.txt");
+    QFile plain(not_a_folder);
+    ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
+    plain.write("TEXT");
+    plain.close();
+    job.begin_spreadsheet(not_a_folder, QStringLiteral("list"));
+    job.print_page_header(QStringLiteral("LIST"));
+    print_grid_pages(job, grid);
+    job.finish_report();
+    EXPECT_TRUE(dialogs.last_text().startsWith(QStringLiteral("THE WORKBOOK CANNOT BE WRITTEN")));
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
+              QStringList({"plain.txt"}));
+    ASSERT_TRUE(plain.open(QIODevice::ReadOnly));
+    EXPECT_EQ(plain.readAll(), QByteArray("TEXT"));
+}
+
 }  // namespace
 }  // namespace korvel::reports
