@@ -18,12 +18,6 @@ bool is_stale(const QString& post) {
 }
 }  // namespace
 
-bool is_educator(const store::Record& staff) {
-    const QString klas = staff.text(store::PRSALG["PK_KLAS_NR"]).trimmed();
-    return klas != QStringLiteral("PSS") && klas != QStringLiteral("PS") &&
-           klas != QStringLiteral("ADMIN");
-}
-
 int number_value(const QString& text) {
     int i = 0;
     const int n = static_cast<int>(text.size());

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "shell/session.h"
+#include "shell/staff_person.h"
 
 namespace korvel::attendance {
 
@@ -31,8 +32,7 @@ struct ListBox {
     bool visible = true;
 };
 
-// An educator unless the trimmed class number is "PSS", "PS" or "ADMIN".
-bool is_educator(const store::Record& staff);
+using shell::is_educator;
 
 // The number a stored text starts with, as the language's Val reads it: blanks skipped, an
 // optional sign, then digits; 0 when none.

@@ -20,9 +20,7 @@ void LeaveCapture::form_load() {
     const auto& A = store::PRSALG;
     const store::Record& staff = session_.working(Code::PRSALG);
     post = staff.text(A["PA_POS_NR"]).trimmed();
-    info = post + u' ' + staff.text(A["PA_TITEL"]).trimmed() + u' ' +
-           shell::initials(staff.text(A["PA_NAME"]).trimmed()) + u' ' +
-           staff.text(A["PA_VAN"]).trimmed();
+    info = shell::staff_heading(staff);
 
     const QDate today = session_.today();
     prs_data[1] = shell::date_to_text(today);

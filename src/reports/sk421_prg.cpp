@@ -7,6 +7,7 @@
 #include "reports/print_target.h"
 #include "shell/helpers.h"
 #include "shell/session.h"
+#include "shell/staff_person.h"
 #include "store/record_layouts.h"
 
 namespace korvel::reports {
@@ -19,11 +20,6 @@ constexpr const auto& L = store::PRSALG;
 
 QString S(const char* utf8) {
     return QString::fromUtf8(utf8);
-}
-
-bool is_educator(const Record& r) {
-    const QString c = r.text(L["PK_KLAS_NR"]).trimmed();
-    return !(c == u"PSS" || c == u"PS" || c == u"ADMIN");
 }
 
 // A field of the master record by a name known only at run time.
@@ -211,7 +207,7 @@ std::vector<int> Sk421Prg::selected_records() {
             continue;
         if (!kies_aanstelling[2] && paymaster == u"P")
             continue;
-        const bool educator = is_educator(r);
+        const bool educator = shell::is_educator(r);
         if (kies_administratief == AdminChoice::Only && educator)
             continue;
         if (kies_administratief == AdminChoice::Excluded && !educator)

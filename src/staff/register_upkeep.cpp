@@ -103,11 +103,6 @@ std::vector<HiddenList::Item> HiddenList::items() const {
 
 // ---- the small rules -------------------------------------------------------------------------
 
-bool is_educator(const Record& staff) {
-    const QString c = staff.text(kClass).trimmed();
-    return !(c == u"PSS" || c == u"PS" || c == u"ADMIN");
-}
-
 QString cemis_from_record(const Record& staff) {
     const QString id = staff.text(kId).trimmed();
     const QString names = staff.text(kNames).trimmed();

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "shell/staff_person.h"
 #include "store/store.h"
 
 namespace korvel::staff {
@@ -48,9 +49,7 @@ class HiddenList {
     std::multimap<QString, int, ListOrder> items_;
 };
 
-// The population test: employees are the classes "PSS", "PS" and "ADMIN" (the trimmed class,
-// whole words); everybody else, a blank class included, is an educator.
-bool is_educator(const store::Record& staff);
+using shell::is_educator;
 
 // The CEMIS number of a Western Cape school built from a staff record: the first six characters
 // of the ID number, the first letters of names and surname, 1 for a man and 2 otherwise, and

@@ -1,0 +1,18 @@
+#pragma once
+// What every staff form asks of a master record: is the person an educator, and the heading
+// that names the person at the top of a detail form.
+
+#include <QString>
+
+#include "store/record.h"
+
+namespace korvel::shell {
+
+// The population test: employees are the classes "PSS", "PS" and "ADMIN" (the trimmed class,
+// whole words); everybody else, a blank class and "ADMX" included, is an educator.
+bool is_educator(const store::Record& staff);
+
+// Post number, title, initials and surname, each trimmed, separated by single blanks.
+QString staff_heading(const store::Record& staff);
+
+}  // namespace korvel::shell

@@ -1,0 +1,1 @@
+# Sources of the address and family form and the banking form.

@@ -1,0 +1,1 @@
+# Sources of the remarks of a person.

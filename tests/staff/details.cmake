@@ -1,0 +1,1 @@
+# Tests of the address and family form and the banking form.
