@@ -11,6 +11,7 @@ packages=(
   fonts-liberation2
   clang libclang-rt-14-dev
   poppler-utils python3-openpyxl
+  libreoffice-writer-nogui
   xvfb xauth
 )
 

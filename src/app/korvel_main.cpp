@@ -12,6 +12,9 @@
 #include "platform/single_instance.h"
 #include "shell/session.h"
 #include "shell/startup.h"
+#include "staff/detail_forms.h"
+#include "staff/remarks_form.h"
+#include "staff/sk411_inlees_form.h"
 #include "ui/qt_dialogs.h"
 #include "ui/staff_list_forms.h"
 
@@ -23,6 +26,9 @@ int main(int argc, char** argv) {
     ui::QtDialogs dialogs;
     attendance::register_child_forms(dialogs);
     ui::register_staff_list_forms(dialogs);
+    staff::register_entry_forms(dialogs);
+    staff::register_detail_forms(dialogs);
+    staff::register_remarks_form(dialogs);
     platform::DriveMap drives = platform::DriveMap::from_environment();
     shell::Session session(dialogs, drives);
     session.executable_path = platform::executable_windows_path(drives);

@@ -18,37 +18,6 @@ bool is_stale(const QString& post) {
 }
 }  // namespace
 
-int number_value(const QString& text) {
-    int i = 0;
-    const int n = static_cast<int>(text.size());
-    auto skip_blanks = [&] {
-        while (i < n && (text[i] == u' ' || text[i] == u'\t')) {
-            ++i;
-        }
-    };
-    skip_blanks();
-    bool negative = false;
-    if (i < n && (text[i] == u'-' || text[i] == u'+')) {
-        negative = text[i] == u'-';
-        ++i;
-    }
-    long long value = 0;
-    for (; i < n; ++i) {
-        const QChar c = text[i];
-        if (c == u' ' || c == u'\t') {
-            continue;
-        }
-        if (c < u'0' || c > u'9') {
-            break;
-        }
-        value = value * 10 + (c.unicode() - u'0');
-        if (value > 99999) {
-            value = 99999;
-        }
-    }
-    return static_cast<int>(negative ? -value : value);
-}
-
 QString reason_text(int number) {
     return QString::number(number).rightJustified(2, u' ').left(2);
 }

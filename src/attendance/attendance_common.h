@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <vector>
 
+#include "shell/helpers.h"
 #include "shell/session.h"
 #include "shell/staff_person.h"
 
@@ -34,9 +35,7 @@ struct ListBox {
 
 using shell::is_educator;
 
-// The number a stored text starts with, as the language's Val reads it: blanks skipped, an
-// optional sign, then digits; 0 when none.
-int number_value(const QString& text);
+using shell::number_value;
 
 // The reason number as the register stores it: right aligned in two characters.
 QString reason_text(int number);

@@ -14,8 +14,18 @@
 #include "attendance/cell_grid.h"
 #include "attendance/month_calendar.h"
 #include "attendance/reason_codes.h"
+#include "ui/dialogs.h"
 
 namespace korvel::attendance {
+
+// The attendance register asked for as a modal child form, as the staff detail chooser opens it.
+struct AttendanceRequest : ui::ChildForm {
+    AttendanceRequest(shell::Session& s, bool for_educators)
+        : session(s), educators(for_educators) {}
+    QString form_name() const override { return QStringLiteral("sk417_prg"); }
+    shell::Session& session;
+    bool educators;
+};
 
 // Columns of afw_grid and rde_grid: the day columns run from kFirstDayCol; the last column
 // holds the surname, the hidden sort key.

@@ -11,6 +11,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "attendance/attendance_form.h"
 #include "attendance/leave_capture.h"
 #include "attendance/reason_codes.h"
 
@@ -192,6 +193,11 @@ void show_leave_capture(LeaveCapture& leave, QWidget* parent) {
 }  // namespace
 
 void register_child_forms(ui::QtDialogs& dialogs) {
+    dialogs.register_form(QStringLiteral("sk417_prg"), [](ui::ChildForm& f, QWidget* p) {
+        auto& request = static_cast<AttendanceRequest&>(f);
+        AttendanceForm form(request.session, request.educators, p);
+        form.exec();
+    });
     dialogs.register_form(QStringLiteral("sk417_kodes_prg"), [](ui::ChildForm& f, QWidget* p) {
         show_reason_codes(static_cast<ReasonCodes&>(f), p);
     });

@@ -36,6 +36,10 @@ QDate text_to_date(const QString& text, const QDate& today = QDate::currentDate(
 QString format_amount(const QString& value);
 QString format_amount(double value);
 
+// The number a text starts with, as the language's Val reads it: blanks skipped (also between
+// digits), an optional sign, then digits; 0 when none, 99999 at most.
+int number_value(const QString& text);
+
 // Right-aligned in `width`: padded with `fill` on the left, or cut to its last `width` characters.
 QString pad_left(const QString& value, int width, QChar fill = u' ');
 // Left-aligned in `width`: padded with `fill` on the right, or cut to its first `width` characters.

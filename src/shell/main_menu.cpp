@@ -51,7 +51,7 @@ void MainMenu::set_captions() {
                               " Read/Print News letter & Changes information ");
 }
 
-QStringList MainMenu::ledger_years() const {
+QStringList ledger_years(const Session& s_) {
     QStringList years;
     const int calendar = s_.today().year();
     for (int y = calendar - 15; y <= calendar + 1; ++y) {

@@ -22,6 +22,10 @@ struct MenuEntry {
     bool enabled = false;
 };
 
+// The ledger years the menu offers, rising: from this calendar year less 15 to the next, each
+// whose staff year folder exists, and the next year always.
+QStringList ledger_years(const Session& s);
+
 class MainMenu {
   public:
     MainMenu(Session& session, Startup& startup);
@@ -62,7 +66,7 @@ class MainMenu {
     // A language change from the splash or a test: captions and tooltips again.
     void set_captions();
 
-    QStringList ledger_years() const;
+    QStringList ledger_years() const { return shell::ledger_years(s_); }
 
   private:
     void open_staff_files();

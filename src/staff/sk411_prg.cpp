@@ -7,6 +7,7 @@
 
 #include "platform/user.h"
 #include "platform/winpath.h"
+#include "staff/sk411_inlees.h"
 #include "store/locks.h"
 
 namespace korvel::staff {
@@ -404,11 +405,9 @@ void StaffRegister::select_record(int row) {
     }
     selected_post = post;
     session_.ensure_subject_record(post);
-    if (entry_form_available) {
-        EntryFormRequest entry;
-        entry.record = number;
-        session_.dialogs().show_modal(entry);
-    }
+    StaffEntry entry(session_, *this, false);
+    entry.select_record();
+    session_.dialogs().show_modal(entry);
     store::unlock_record(session_, type, lock_identification);
     fill_grid();
 }
@@ -441,12 +440,8 @@ void StaffRegister::start_new_record() {
         session_.write_record(Code::PRSADD, add);
         session_.state(Code::PRSADD).count = add;
     }
-    if (entry_form_available) {
-        EntryFormRequest entry;
-        entry.record = number;
-        entry.is_new = true;
-        session_.dialogs().show_modal(entry);
-    }
+    StaffEntry entry(session_, *this, true);
+    session_.dialogs().show_modal(entry);
     fill_grid();
 }
 

@@ -110,15 +110,6 @@ class StaffRegister {
     };
     ToolTips tool_tips() const;
 
-    // The entry form sk411_inlees, shown modally through the dialogs over this request; false
-    // until the entry form is there.
-    bool entry_form_available = false;
-    struct EntryFormRequest : ui::ChildForm {
-        QString form_name() const override { return QStringLiteral("sk411_inlees"); }
-        int record = 0;       // the master record the form edits
-        bool is_new = false;  // started by a new record
-    };
-
     // ---- forms of other work; an empty function means the capability is not available ----
     std::function<void()> show_print_chooser;             // the print programs, modal
     std::function<void(bool educators)> open_attendance;  // the attendance register, modal

@@ -164,7 +164,7 @@ void StaffRegisterForm::refresh() {
     prs_grid_->setToolTip(tips.prs_grid);
     staff_exit_->setToolTip(tips.staff_exit);
     // The forms of later work stay disabled until they are there.
-    new_record_->setEnabled(register_.new_record_enabled && register_.entry_form_available);
+    new_record_->setEnabled(register_.new_record_enabled);
     print_->setEnabled(bool(register_.show_print_chooser));
     attendance_->setEnabled(bool(register_.open_attendance));
     subjects_->setEnabled(bool(register_.open_subject_rebuild));

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include "staff/sk411_inlees.h"
 #include "staff/sk411_prg.h"
 #include "staff_fixture.h"
 #include "store/locks.h"
@@ -104,7 +105,6 @@ TEST_F(Register, SelectingARowLocksItWhileTheEntryFormIsOpen) {
     auto reg = open_register();
     tree.session.afrikaans = false;
     int opened = 0;
-    reg->entry_form_available = true;
     tree.dialogs.on_form("sk411_inlees", [&](korvel::ui::ChildForm&) {
         ++opened;
         EXPECT_EQ(tree.session.working(Code::PRSALG).text(PRSALG["PA_VAN"]), "VAN WYK");
@@ -129,9 +129,8 @@ TEST_F(Register, NewRecordIsEnteredUnderTheFlagAndRefusedInBrowseMode) {
     const int staff = tree.session.count(Code::PRSALG);
     const int add = tree.session.count(Code::PRSADD);
     bool flag_seen = false;
-    reg->entry_form_available = true;
     tree.dialogs.on_form("sk411_inlees", [&](korvel::ui::ChildForm& form) {
-        flag_seen = reg->new_record && static_cast<StaffRegister::EntryFormRequest&>(form).is_new;
+        flag_seen = reg->new_record && static_cast<StaffEntry&>(form).is_new();
     });
     reg->task_options_click(1);
     EXPECT_TRUE(flag_seen);

@@ -1,0 +1,331 @@
+#include "staff/detail_forms.h"
+
+#include <QDialog>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <span>
+#include <vector>
+
+#include "shell/form_header.h"
+#include "staff/sk411_prg.h"
+#include "staff/sk412_prg.h"
+#include "staff/sk413_prg.h"
+
+namespace korvel::staff {
+
+namespace {
+
+QString box_name(int box) {
+    return QStringLiteral("prs_data_%1").arg(box);
+}
+
+// The boxes of a form bound to its behaviour's prs_data: what is typed goes to the behaviour,
+// each key goes through the behaviour first (capitals, Enter to the next box), and the boxes
+// report when they get and lose the focus.
+class Boxes : public QObject {
+  public:
+    using KeyPress = std::function<TypedKey(int box, int key_ascii)>;
+    using Focus = std::function<void(int box, bool got)>;
+
+    Boxes(QDialog& dialog, std::span<QString> values, KeyPress key, Focus focus = {})
+        : QObject(&dialog), values_(values), key_(std::move(key)), focus_(std::move(focus)) {}
+
+    // A new box; Enter moves through the boxes in the order they were made.
+    QLineEdit* make(int box, int width, QWidget* parent) {
+        auto* edit = new QLineEdit(parent);
+        edit->setObjectName(box_name(box));
+        edit->setMaxLength(width);
+        edit->installEventFilter(this);
+        connect(edit, &QLineEdit::textChanged, this, [this, box](const QString& text) {
+            values_[static_cast<std::size_t>(box)] = text;
+        });
+        edits_.push_back({box, edit});
+        return edit;
+    }
+
+    // Each box shows the behaviour's value.
+    void show_values() {
+        for (const auto& [box, edit] : edits_) {
+            const QString& value = values_[static_cast<std::size_t>(box)];
+            if (edit->text() != value) {
+                const QSignalBlocker quiet(edit);
+                edit->setText(value);
+            }
+        }
+    }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const auto at = std::find_if(edits_.begin(), edits_.end(),
+                                     [watched](const auto& e) { return e.second == watched; });
+        if (at == edits_.end()) {
+            return false;
+        }
+        switch (event->type()) {
+            case QEvent::FocusIn:
+            case QEvent::FocusOut:
+                if (focus_) {
+                    focus_(at->first, event->type() == QEvent::FocusIn);
+                }
+                return false;
+            case QEvent::KeyPress:
+                return key_press(at, static_cast<QKeyEvent*>(event));
+            default:
+                return false;
+        }
+    }
+
+  private:
+    using Edits = std::vector<std::pair<int, QLineEdit*>>;
+
+    bool key_press(Edits::iterator at, QKeyEvent* k) {
+        if (k->key() == Qt::Key_Return || k->key() == Qt::Key_Enter) {
+            if (key_(at->first, kEnterKey).next_box) {
+                focus_next(at);
+            }
+            return true;
+        }
+        // Only plain characters; shortcuts such as the paste key go on as they are.
+        const QString text = k->text();
+        if (text.size() != 1 || text.at(0).unicode() < 32 ||
+            (k->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))) {
+            return false;
+        }
+        const int typed = text.at(0).unicode();
+        const TypedKey result = key_(at->first, typed);
+        if (result.key_ascii == typed) {
+            return false;
+        }
+        if (result.key_ascii != 0) {
+            at->second->insert(QString(QChar(result.key_ascii)));
+        }
+        return true;
+    }
+
+    // The next box that can take the focus; after the last one, the first.
+    void focus_next(Edits::iterator at) {
+        const std::size_t from = static_cast<std::size_t>(at - edits_.begin());
+        for (std::size_t step = 1; step < edits_.size(); ++step) {
+            QLineEdit* edit = edits_[(from + step) % edits_.size()].second;
+            if (edit->isVisible() && edit->isEnabled()) {
+                edit->setFocus(Qt::TabFocusReason);
+                return;
+            }
+        }
+    }
+
+    std::span<QString> values_;
+    KeyPress key_;
+    Focus focus_;
+    Edits edits_;
+};
+
+QPushButton* button(const QString& name, const QString& text, QDialog& dialog) {
+    auto* b = new QPushButton(text, &dialog);
+    b->setObjectName(name);
+    b->setAutoDefault(false);  // Enter belongs to the boxes
+    return b;
+}
+
+QLabel* label(int box, const QString& text, QWidget* parent) {
+    auto* l = new QLabel(text, parent);
+    l->setObjectName(QStringLiteral("data_teks_%1").arg(box));
+    return l;
+}
+
+QLabel* heading(const QString& text, QDialog& dialog) {
+    auto* h = new QLabel(text, &dialog);
+    h->setObjectName(QStringLiteral("heading"));
+    QFont bold = h->font();
+    bold.setBold(true);
+    h->setFont(bold);
+    return h;
+}
+
+void show_address_family(AddressFamily& form, QWidget* parent) {
+    shell::form_header_setup(form.session(), form.form_name());  // the form's audit line
+    form.form_load();
+    QDialog dialog(parent);
+    dialog.setObjectName(form.form_name());
+    dialog.setWindowTitle(form.caption);
+    Boxes boxes(dialog, form.prs_data,
+                [&form](int box, int key) { return form.prs_data_key_press(box, key); });
+
+    auto* data_raam = new QStackedWidget(&dialog);
+    data_raam->setObjectName(QStringLiteral("data_raam"));
+    // Each screen is two columns of rows: the label, then the code and number boxes of a
+    // telephone or a single box across both.
+    std::array<std::array<QGridLayout*, 2>, AddressFamily::kScreens> columns{};
+    for (int s = 0; s < AddressFamily::kScreens; ++s) {
+        auto* page = new QWidget(data_raam);
+        page->setObjectName(QStringLiteral("data_raam_%1").arg(s));
+        auto* row = new QHBoxLayout(page);
+        for (QGridLayout*& column : columns[static_cast<std::size_t>(s)]) {
+            column = new QGridLayout;
+            column->setColumnStretch(2, 1);
+            row->addLayout(column);
+        }
+        data_raam->addWidget(page);
+    }
+    for (const AddressBox& b : address_boxes()) {
+        QWidget* page = data_raam->widget(b.screen);
+        QGridLayout* grid =
+            columns[static_cast<std::size_t>(b.screen)][static_cast<std::size_t>(b.column)];
+        const int r = grid->rowCount();
+        grid->addWidget(label(b.box, form.data_teks[static_cast<std::size_t>(b.box)], page), r, 0);
+        if (b.code_box != 0) {
+            QLineEdit* code = boxes.make(b.code_box, b.width(), page);
+            code->setMaximumWidth(code->fontMetrics().horizontalAdvance(u'0') * 8);
+            grid->addWidget(code, r, 1);
+            grid->addWidget(boxes.make(b.box, b.width(), page), r, 2);
+        } else {
+            grid->addWidget(boxes.make(b.box, b.width(), page), r, 1, 1, 2);
+        }
+    }
+    for (auto& screen : columns) {
+        for (QGridLayout* grid : screen) {
+            grid->setRowStretch(grid->rowCount(), 1);
+        }
+    }
+
+    QPushButton* prev = button(QStringLiteral("screen_prev"), QStringLiteral("<<"), dialog);
+    QPushButton* next = button(QStringLiteral("screen_next"), QStringLiteral(">>"), dialog);
+    QPushButton* ok = button(QStringLiteral("data_ok"), QStringLiteral("OK"), dialog);
+    QPushButton* exit = button(QStringLiteral("staff_exit"), QStringLiteral("X"), dialog);
+
+    const auto refresh = [&] {
+        data_raam->setCurrentIndex(form.data_raam[1] ? 1 : 0);
+        boxes.show_values();
+        if (form.closed) {
+            dialog.accept();
+        }
+    };
+    QObject::connect(prev, &QPushButton::clicked, &dialog, [&] {
+        form.screen_prev_click();
+        refresh();
+    });
+    QObject::connect(next, &QPushButton::clicked, &dialog, [&] {
+        form.screen_next_click();
+        refresh();
+    });
+    QObject::connect(ok, &QPushButton::clicked, &dialog, [&] {
+        form.data_ok_click();
+        refresh();
+    });
+    QObject::connect(exit, &QPushButton::clicked, &dialog, [&] {
+        form.staff_exit_click();
+        refresh();
+    });
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(prev);
+    buttons->addWidget(next);
+    buttons->addStretch();
+    buttons->addWidget(ok);
+    buttons->addWidget(exit);
+    auto* layout = new QVBoxLayout(&dialog);
+    layout->addWidget(heading(form.caption, dialog));
+    layout->addWidget(data_raam, 1);
+    layout->addLayout(buttons);
+    refresh();
+    dialog.exec();
+}
+
+void show_banking_details(BankingDetails& form, QWidget* parent) {
+    shell::form_header_setup(form.session(), form.form_name());  // the form's audit line
+    form.form_load();
+    QDialog dialog(parent);
+    dialog.setObjectName(form.form_name());
+    dialog.setWindowTitle(form.caption);
+    std::function<void()> refresh;
+    Boxes boxes(
+        dialog, form.prs_data,
+        [&form](int box, int key) { return form.prs_data_key_press(box, key); },
+        [&](int box, bool got) {
+            if (form.closed) {
+                return;  // the boxes lose the focus as the form goes
+            }
+            got ? form.prs_data_got_focus(box) : form.prs_data_lost_focus(box);
+            refresh();
+        });
+
+    auto* grid = new QGridLayout;
+    grid->setColumnStretch(1, 1);
+    for (const BankBox& b : bank_boxes()) {
+        grid->addWidget(label(b.box, form.data_teks[static_cast<std::size_t>(b.box)], &dialog),
+                        b.box, 0);
+        grid->addWidget(boxes.make(b.box, b.width(), &dialog), b.box, 1);
+    }
+    std::array<QListWidget*, 3> lists{};
+    for (int n = 1; n <= 2; ++n) {
+        auto* list = new QListWidget(&dialog);
+        list->setObjectName(QStringLiteral("ja_nee_lys_%1").arg(n));
+        list->setFocusPolicy(Qt::NoFocus);  // the box keeps the focus while a row is clicked
+        list->addItems(form.ja_nee_lys[static_cast<std::size_t>(n)].items);
+        list->setMaximumHeight(list->sizeHintForRow(0) * (list->count() + 1));
+        QObject::connect(list, &QListWidget::itemClicked, &dialog,
+                         [&, n, list](QListWidgetItem* item) {
+                             form.ja_nee_lys_click(n, list->row(item));
+                             refresh();
+                         });
+        grid->addWidget(list, n == 1 ? 9 : 11, 2);
+        lists[static_cast<std::size_t>(n)] = list;
+    }
+
+    QPushButton* ok = button(QStringLiteral("data_ok"), QStringLiteral("OK"), dialog);
+    QPushButton* exit = button(QStringLiteral("staff_exit"), QStringLiteral("X"), dialog);
+    refresh = [&] {
+        boxes.show_values();
+        for (int n = 1; n <= 2; ++n) {
+            lists[static_cast<std::size_t>(n)]->setVisible(
+                form.ja_nee_lys[static_cast<std::size_t>(n)].visible);
+        }
+        if (form.closed) {
+            dialog.accept();
+        }
+    };
+    QObject::connect(ok, &QPushButton::clicked, &dialog, [&] {
+        form.data_ok_click();
+        refresh();
+    });
+    QObject::connect(exit, &QPushButton::clicked, &dialog, [&] {
+        form.staff_exit_click();
+        refresh();
+    });
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(ok);
+    buttons->addWidget(exit);
+    auto* layout = new QVBoxLayout(&dialog);
+    layout->addWidget(heading(form.caption, dialog));
+    layout->addLayout(grid);
+    layout->addStretch();
+    layout->addLayout(buttons);
+    refresh();
+    dialog.exec();
+}
+
+}  // namespace
+
+void register_detail_forms(ui::QtDialogs& dialogs) {
+    dialogs.register_form(QStringLiteral("sk412_prg"), [](ui::ChildForm& f, QWidget* p) {
+        show_address_family(static_cast<AddressFamily&>(f), p);
+    });
+    dialogs.register_form(QStringLiteral("sk413_prg"), [](ui::ChildForm& f, QWidget* p) {
+        show_banking_details(static_cast<BankingDetails&>(f), p);
+    });
+}
+
+}  // namespace korvel::staff

@@ -1,0 +1,428 @@
+#include "staff/sk411_inlees_form.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "staff/box_events.h"
+#include "staff/sk411_inlees.h"
+#include "staff/staff_kies_inlees.h"
+#include "store/record_layouts.h"
+
+namespace korvel::staff {
+
+namespace {
+
+QColor colour_of(int bgr) {
+    return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF);
+}
+
+// The width of each field's box: the stored field's width, or what the list writes.
+int field_width(int field) {
+    using store::PRSADD;
+    using store::PRSALG;
+    switch (field) {
+        case 0:
+            return PRSALG["PA_AKTIEF"].width;
+        case 1:
+            return PRSALG["PA_POS_NR"].width;
+        case 2:
+            return PRSALG["PA_VAN"].width;
+        case 3:
+            return PRSALG["PA_NAME"].width;
+        case 4:
+            return PRSALG["PA_TITEL"].width;
+        case 5:
+            return PRSALG["PA_N_VAN"].width;
+        case 6:
+            return PRSALG["PA_PERSAL"].width;
+        case 8:
+            return PRSALG["PA_ID_NR"].width;
+        case 9:
+            return 10;
+        case 11:
+            return 9;
+        case 12:
+            return PRSALG["PA_UN_NAAM"].width;
+        case 15:
+            return PRSADD["PD_CEMIS"].width;
+        case 16:
+            return PRSALG["PA_DPT_NR"].width;
+        case 17:
+            return 2;
+        case 18:
+            return PRSALG["PK_KLAS_NR"].width;
+        case 19:
+            return PRSALG["PK_REG_KLS"].width;
+        case 20:
+            return PRSALG["PA_TAALSMB"].width;
+        case 21:
+            return 2;
+        case 22:
+            return PRSADD["PD_NOEMNAAM"].width;
+        case 23:
+            return PRSADD["PD_PASPOORT"].width;
+        case 24:
+            return PRSADD["PD_WERKPERMIT"].width;
+        case 26:
+            return PRSADD["PD_UNIE_NR"].width;
+        default:
+            return 60;  // fields a list fills show the list's whole row
+    }
+}
+
+// The fields in the order the form lays them out, in two columns.
+constexpr int kLeftColumn[] = {1, 2, 3, 22, 4, 5, 6, 7, 8, 9, 10, 11, 12};
+constexpr int kRightColumn[] = {13, 14, 15, 16, 17, 18, 19, 20, 21, 23, 24, 25};
+
+const char* list_name(EntryList list) {
+    switch (list) {
+        case EntryList::titel_lys:
+            return "titel_lys";
+        case EntryList::geslag_lys:
+            return "geslag_lys";
+        case EntryList::hs_lys:
+            return "hs_lys";
+        case EntryList::ras_lys:
+            return "ras_lys";
+        case EntryList::taal_lys:
+            return "taal_lys";
+        case EntryList::gebrek_lys:
+            return "gebrek_lys";
+        case EntryList::ict_lys:
+            return "ict_lys";
+        case EntryList::reqv_lys:
+            return "reqv_lys";
+        case EntryList::hk_lys:
+            return "hk_lys";
+        case EntryList::Tipe_aanstelling:
+            return "Tipe_aanstelling";
+    }
+    return "";
+}
+
+// The remarks button opens the public remarks on a left click and the private ones on a right.
+class RemarksButton : public QPushButton {
+  public:
+    using QPushButton::QPushButton;
+    std::function<void(bool right_button)> pressed_with;
+
+  protected:
+    void mouseReleaseEvent(QMouseEvent* e) override {
+        QPushButton::mouseReleaseEvent(e);
+        if (pressed_with && rect().contains(e->position().toPoint())) {
+            pressed_with(e->button() == Qt::RightButton);
+        }
+    }
+    void mousePressEvent(QMouseEvent* e) override {
+        if (e->button() == Qt::RightButton) {
+            setDown(true);
+            return;
+        }
+        QPushButton::mousePressEvent(e);
+    }
+};
+
+void show_entry(StaffEntry& entry, QWidget* parent) {
+    QDialog dialog(parent);
+    dialog.setObjectName(entry.form_name());
+    auto* heading = new QLabel(&dialog);
+    QFont big = heading->font();
+    big.setBold(true);
+    big.setPointSize(big.pointSize() + 2);
+    heading->setFont(big);
+
+    auto* events = new BoxEvents(&dialog);
+    std::array<QLineEdit*, kEntryFields> boxes{};
+    std::array<QLabel*, kEntryFields> labels{};
+    for (int i = 0; i < kEntryFields; ++i) {
+        labels[static_cast<std::size_t>(i)] = new QLabel(&dialog);
+        labels[static_cast<std::size_t>(i)]->setObjectName(QStringLiteral("data_teks_%1").arg(i));
+        boxes[static_cast<std::size_t>(i)] = make_box(&dialog, i, field_width(i), events,
+                                                      entry.prs_data[static_cast<std::size_t>(i)]);
+    }
+    boxes[0]->setReadOnly(true);
+    boxes[11]->setReadOnly(true);
+    boxes[25]->setReadOnly(true);  // a click opens its list
+
+    std::array<QListWidget*, kEntryLists> lists{};
+    for (int i = 0; i < kEntryLists; ++i) {
+        auto* l = new QListWidget(&dialog);
+        l->setObjectName(QString::fromLatin1(list_name(static_cast<EntryList>(i))));
+        lists[static_cast<std::size_t>(i)] = l;
+        QObject::connect(l, &QListWidget::itemClicked, &dialog,
+                         [&entry, l, i](QListWidgetItem* it) {
+                             entry.list_click(static_cast<EntryList>(i), l->row(it));
+                         });
+    }
+    auto* broodwinner = new QCheckBox(&dialog);
+    broodwinner->setObjectName(QStringLiteral("broodwinner"));
+    QObject::connect(broodwinner, &QCheckBox::toggled, &dialog,
+                     [&entry](bool on) { entry.broodwinner = on; });
+    std::array<QRadioButton*, 2> p_t{};
+    auto* p_t_group = new QButtonGroup(&dialog);
+    for (int i = 0; i < 2; ++i) {
+        p_t[static_cast<std::size_t>(i)] = new QRadioButton(&dialog);
+        p_t[static_cast<std::size_t>(i)]->setObjectName(QStringLiteral("kies_p_t_%1").arg(i));
+        p_t_group->addButton(p_t[static_cast<std::size_t>(i)], i);
+    }
+    QObject::connect(p_t_group, &QButtonGroup::idClicked, &dialog, [&entry](int id) {
+        entry.kies_p_t = {id == 0, id == 1};
+    });
+    std::array<QRadioButton*, 6> levels{};
+    auto* level_group = new QButtonGroup(&dialog);
+    auto* level_box = new QGroupBox(&dialog);
+    auto* level_layout = new QHBoxLayout(level_box);
+    for (int i = 0; i < 6; ++i) {
+        levels[static_cast<std::size_t>(i)] = new QRadioButton(level_box);
+        levels[static_cast<std::size_t>(i)]->setObjectName(
+            QStringLiteral("kies_tipe_onderwys_%1").arg(i));
+        level_group->addButton(levels[static_cast<std::size_t>(i)], i);
+        level_layout->addWidget(levels[static_cast<std::size_t>(i)]);
+    }
+    QObject::connect(level_group, &QButtonGroup::idClicked, &dialog, [&entry](int id) {
+        entry.kies_tipe_onderwys.fill(false);
+        entry.kies_tipe_onderwys[static_cast<std::size_t>(id)] = true;
+    });
+
+    const auto button = [&dialog](const char* name, const QString& text) {
+        auto* b = new QPushButton(text, &dialog);
+        b->setObjectName(QString::fromLatin1(name));
+        return b;
+    };
+    auto* data_ok = button("data_ok", QStringLiteral("OK"));
+    auto* data_del = button("data_del", QStringLiteral("DEL"));
+    auto* data_aktiveer = button("data_aktiveer", QStringLiteral("AKT"));
+    auto* opmerkings = new RemarksButton(QStringLiteral("..."), &dialog);
+    opmerkings->setObjectName(QStringLiteral("opmerkings"));
+    auto* alg_opsies = button("alg_opsies_1", QStringLiteral(">>"));
+    auto* kopieer = button("Kopieer_na_bl", entry.kopieer_na_bl_caption);
+    auto* staff_exit = button("staff_exit", QStringLiteral("X"));
+
+    bool refreshing = false;
+    std::function<void()> refresh;
+    refresh = [&] {
+        refreshing = true;
+        dialog.setWindowTitle(entry.caption);
+        heading->setText(entry.heading);
+        for (int i = 0; i < kEntryFields; ++i) {
+            const auto n = static_cast<std::size_t>(i);
+            if (boxes[n]->text() != entry.prs_data[n]) {
+                boxes[n]->setText(entry.prs_data[n]);
+            }
+            labels[n]->setText(entry.data_teks[n]);
+            QPalette lp = labels[n]->palette();
+            lp.setColor(QPalette::WindowText, colour_of(entry.data_teks_colour[n]));
+            labels[n]->setPalette(lp);
+        }
+        QPalette bp = boxes[9]->palette();
+        bp.setColor(QPalette::Text, entry.placeholder_shown
+                                        ? QColor(Qt::gray)
+                                        : dialog.palette().color(QPalette::Text));
+        boxes[9]->setPalette(bp);
+        for (int i = 0; i < kEntryLists; ++i) {
+            const PopupList& model = entry.lists[static_cast<std::size_t>(i)];
+            QListWidget* l = lists[static_cast<std::size_t>(i)];
+            if (l->count() != model.rows.size()) {
+                l->clear();
+                l->addItems(model.rows);
+            }
+            l->setCurrentRow(model.list_index);
+            l->setVisible(model.visible ||
+                          static_cast<EntryList>(i) == EntryList::Tipe_aanstelling);
+        }
+        broodwinner->setText(entry.broodwinner_caption);
+        broodwinner->setChecked(entry.broodwinner);
+        for (int i = 0; i < 2; ++i) {
+            p_t[static_cast<std::size_t>(i)]->setText(
+                entry.kies_p_t_caption[static_cast<std::size_t>(i)]);
+        }
+        p_t_group->setExclusive(false);
+        for (int i = 0; i < 2; ++i) {
+            p_t[static_cast<std::size_t>(i)]->setChecked(
+                entry.kies_p_t[static_cast<std::size_t>(i)]);
+        }
+        p_t_group->setExclusive(true);
+        level_box->setTitle(entry.data_teks[26]);
+        level_group->setExclusive(false);
+        for (int i = 0; i < 6; ++i) {
+            const auto n = static_cast<std::size_t>(i);
+            levels[n]->setText(entry.kies_tipe_onderwys_caption[n]);
+            levels[n]->setChecked(entry.kies_tipe_onderwys[n]);
+        }
+        level_group->setExclusive(true);
+        data_ok->setToolTip(entry.tool_tips.data_ok);
+        data_del->setToolTip(entry.tool_tips.data_del);
+        data_del->setEnabled(entry.data_del_enabled);
+        opmerkings->setToolTip(entry.tool_tips.opmerkings);
+        kopieer->setToolTip(entry.tool_tips.kopieer_na_bl);
+        kopieer->setEnabled(entry.kopieer_na_bl_enabled);
+        refreshing = false;
+        if (entry.closed) {
+            dialog.accept();
+            return;
+        }
+        if (entry.focus_field >= 0 && entry.focus_field < kEntryFields) {
+            const int f = entry.focus_field;
+            entry.focus_field = -1;
+            boxes[static_cast<std::size_t>(f)]->setFocus();
+        }
+    };
+
+    events->key_press = [&](int box, int key) {
+        const TypedKey typed = entry.prs_data_key_press(box, key);
+        if (box == 9 && !entry.placeholder_shown && boxes[9]->text() != entry.prs_data[9]) {
+            boxes[9]->clear();  // the first key clears the placeholder
+            refresh();
+        }
+        return typed.key_ascii;
+    };
+    events->moved_on = [&] { refresh(); };
+    events->got_focus = [&](int box) {
+        if (!refreshing) {
+            entry.prs_data_got_focus(box);
+            refresh();
+        }
+    };
+    events->lost_focus = [&](int box) {
+        if (!refreshing && !entry.closed) {
+            entry.prs_data_lost_focus(box);
+            refresh();
+        }
+    };
+    events->clicked = [&](int box) {
+        entry.prs_data_click(box);
+        refresh();
+    };
+    events->double_clicked = [&](int box) {
+        entry.prs_data_dbl_click(box);
+        refresh();
+    };
+    for (QListWidget* l : lists) {
+        QObject::connect(l, &QListWidget::itemClicked, &dialog, [&] { refresh(); });
+    }
+    const auto on_click = [&](QPushButton* b, const std::function<void()>& act) {
+        QObject::connect(b, &QPushButton::clicked, &dialog, [&, act] {
+            act();
+            refresh();
+        });
+    };
+    on_click(data_ok, [&] { entry.data_ok_click(); });
+    on_click(data_del, [&] { entry.data_del_click(); });
+    on_click(data_aktiveer, [&] { entry.data_aktiveer_click(); });
+    on_click(alg_opsies, [&] { entry.alg_opsies_click(1); });
+    on_click(staff_exit, [&] { entry.staff_exit_click(); });
+    opmerkings->pressed_with = [&](bool right) {
+        entry.opmerkings_click(right);
+        refresh();
+    };
+
+    // Each field with its label; a field's list stands beside it.
+    const auto column = [&](const int* fields, std::size_t count) {
+        auto* grid = new QGridLayout;
+        int row = 0;
+        for (std::size_t k = 0; k < count; ++k) {
+            const int f = fields[k];
+            const int label = entry_label_of_field(f);
+            if (label >= 0) {
+                grid->addWidget(labels[static_cast<std::size_t>(label)], row, 0);
+            }
+            auto* line = new QHBoxLayout;
+            line->addWidget(boxes[static_cast<std::size_t>(f)]);
+            if (f == 12) {
+                line->addWidget(boxes[26]);
+            }
+            if (const std::optional<EntryList> which =
+                    StaffEntry::list_of_field(f, entry.western_cape)) {
+                line->addWidget(lists[static_cast<std::size_t>(*which)]);
+            }
+            grid->addLayout(line, row, 1);
+            ++row;
+        }
+        return grid;
+    };
+    auto* columns = new QHBoxLayout;
+    columns->addLayout(column(kLeftColumn, std::size(kLeftColumn)));
+    columns->addLayout(column(kRightColumn, std::size(kRightColumn)));
+    auto* appointment = new QVBoxLayout;
+    appointment->addWidget(labels[17]);
+    appointment->addWidget(lists[static_cast<std::size_t>(EntryList::Tipe_aanstelling)]);
+    auto* options = new QHBoxLayout;
+    options->addLayout(appointment);
+    options->addWidget(p_t[0]);
+    options->addWidget(p_t[1]);
+    options->addWidget(broodwinner);
+    options->addWidget(level_box);
+    auto* buttons = new QHBoxLayout;
+    for (QPushButton* b : {data_ok, data_del, data_aktiveer, static_cast<QPushButton*>(opmerkings),
+                           alg_opsies, kopieer}) {
+        buttons->addWidget(b);
+    }
+    buttons->addStretch();
+    buttons->addWidget(staff_exit);
+    auto* layout = new QVBoxLayout(&dialog);
+    layout->addWidget(heading);
+    layout->addWidget(boxes[0]);
+    layout->addLayout(columns);
+    layout->addLayout(options);
+    layout->addLayout(buttons);
+
+    entry.form_activate();
+    refresh();
+    boxes[1]->setFocus();
+    dialog.exec();
+}
+
+void show_chooser(StaffDetailChooser& chooser, QWidget* parent) {
+    QDialog dialog(parent);
+    dialog.setObjectName(chooser.form_name());
+    dialog.setWindowTitle(chooser.caption);
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* person = new QLabel(chooser.person, &dialog);
+    layout->addWidget(person);
+    for (int i = 1; i <= kStaffDetails; ++i) {
+        const auto& o = chooser.pr_option[static_cast<std::size_t>(i)];
+        auto* b = new QPushButton(o.caption, &dialog);
+        b->setObjectName(QStringLiteral("pr_option_%1").arg(i));
+        b->setToolTip(o.tool_tip);
+        b->setVisible(o.visible);
+        b->setEnabled(o.enabled);
+        QObject::connect(b, &QPushButton::clicked, &dialog, [&chooser, &dialog, i] {
+            chooser.pr_option_click(i);
+            if (chooser.closed) {
+                dialog.accept();
+            }
+        });
+        layout->addWidget(b);
+    }
+    auto* exit = new QPushButton(QStringLiteral("X"), &dialog);
+    exit->setObjectName(QStringLiteral("staff_exit"));
+    QObject::connect(exit, &QPushButton::clicked, &dialog, [&] {
+        chooser.staff_exit_click();
+        dialog.accept();
+    });
+    layout->addWidget(exit);
+    dialog.exec();
+}
+
+}  // namespace
+
+void register_entry_forms(ui::QtDialogs& dialogs) {
+    dialogs.register_form(QStringLiteral("sk411_inlees"), [](ui::ChildForm& f, QWidget* p) {
+        show_entry(static_cast<StaffEntry&>(f), p);
+    });
+    dialogs.register_form(QStringLiteral("staff_kies_inlees"), [](ui::ChildForm& f, QWidget* p) {
+        show_chooser(static_cast<StaffDetailChooser&>(f), p);
+    });
+}
+
+}  // namespace korvel::staff

@@ -1,0 +1,232 @@
+#include "staff/sk413_prg.h"
+
+#include <QLocale>
+#include <algorithm>
+#include <cmath>
+
+#include "shell/staff_person.h"
+
+namespace korvel::staff {
+
+using store::Code;
+using store::FieldType;
+using store::PRSALG;
+
+namespace {
+
+constexpr BankBox kBankBoxes[] = {
+    {1, &PRSALG["PB_BNK_NM"], "BANKNAAM", "BANK NAME"},
+    {2, &PRSALG["PB_BNK_NR"], "TAKNOMMER", "BRANCH NUMBER"},
+    {3, &PRSALG["PB_TEL_NR"], "TELEFOONNOMMER", "TELEPHONE NUMBER"},
+    {4, &PRSALG["PB_FAX_NR"], "FAKSNOMMER", "FAX NUMBER"},
+    {5, &PRSALG["PB_KONTAK"], "KONTAKPERSOON", "CONTACT PERSON"},
+    {6, &PRSALG["PB_REK_TPE"], "REKENINGTIPE", "ACCOUNT TYPE"},
+    {7, &PRSALG["PB_REK_NR"], "REKENINGNOMMER", "ACCOUNT NUMBER"},
+    {8, &PRSALG["PB_TAX_NR"], "BELASTINGNOMMER", "TAX NUMBER"},
+    {9, &PRSALG["PB_KONTRAK"], "KONTRAK", "CONTRACT"},
+    {10, &PRSALG["PB_SALARIS"], "SALARIS/LOON", "SALARY/WAGE"},
+    {11, &PRSALG["PB_TAX_DED"], "BELASTING AF", "TAX DEDUCTABLE"},
+    {12, &PRSALG["PB_TAX_AMT"], "BELASTING BEDRAG", "TAX AMOUNT"},
+    {13, &PRSALG["PB_TJK_KON"], "BETAALTIPE", "PAYMENT TYPE"},
+    {14, &PRSALG["PB_REK_HR"], "REKENINGHOUER", "ACCOUNT HOLDER"},
+};
+
+constexpr int kMaskWidth = 14;  // "###,###,###.00"
+constexpr int kYesNoWidth = 3;  // "NEE", "YES"
+
+// The list that serves a box, 0 for none.
+int list_of_box(int index) {
+    return index == 9 ? 1 : index == 11 ? 2 : 0;
+}
+
+bool is_amount_box(int index) {
+    return index == 10 || index == 12;
+}
+
+bool is_space(QChar c) {
+    return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r';
+}
+
+// Half to even, as the language's conversion to a whole number rounds.
+double round_half_even(double value) {
+    if (std::fabs(value - std::trunc(value)) == 0.5) {
+        return 2.0 * std::round(value / 2.0);
+    }
+    return std::round(value);
+}
+
+}  // namespace
+
+double leading_number(const QString& text) {
+    QString compact;
+    for (QChar c : text) {
+        if (!is_space(c)) {
+            compact += c;
+        }
+    }
+    // The longest start of the text that is a number, rebuilt in the C form.
+    QString number;
+    qsizetype i = 0;
+    const auto digits = [&] {
+        const qsizetype from = i;
+        while (i < compact.size() && compact[i].isDigit() && compact[i].unicode() < 128) {
+            number += compact[i++];
+        }
+        return i > from;
+    };
+    if (i < compact.size() && (compact[i] == u'+' || compact[i] == u'-')) {
+        number += compact[i++];
+    }
+    bool any = digits();
+    if (i < compact.size() && compact[i] == u'.') {
+        number += compact[i++];
+        any = digits() || any;
+    }
+    if (!any) {
+        return 0.0;
+    }
+    const QChar e = i < compact.size() ? compact[i].toUpper() : QChar();
+    if (e == u'E' || e == u'D') {
+        const QString mantissa = number;
+        const qsizetype at = i++;
+        number += u'e';
+        if (i < compact.size() && (compact[i] == u'+' || compact[i] == u'-')) {
+            number += compact[i++];
+        }
+        if (!digits()) {
+            number = mantissa;
+            i = at;
+        }
+    }
+    bool ok = false;
+    const double value = QLocale::c().toDouble(number, &ok);
+    if (ok) {
+        return value;
+    }
+    // Only an exponent too large for a double fails here.
+    return number.startsWith(u'-') ? -HUGE_VAL : HUGE_VAL;
+}
+
+QString format_amount_mask(const QString& text, bool leading_zero) {
+    bool ok = false;
+    const double value = QLocale::c().toDouble(QString(text).remove(u',').trimmed(), &ok);
+    if (!ok || !std::isfinite(value)) {
+        return text;
+    }
+    QLocale grouped = QLocale::c();
+    grouped.setNumberOptions(QLocale::DefaultNumberOptions);
+    QString shown = grouped.toString(value, 'f', 2);
+    if (shown == u"-0.00") {
+        shown = QStringLiteral("0.00");
+    }
+    if (!leading_zero) {
+        // "0.50" -> ".50", "-0.50" -> "-.50"
+        const qsizetype zero = shown.startsWith(u'-') ? 1 : 0;
+        if (shown.mid(zero, 2) == u"0.") {
+            shown.remove(zero, 1);
+        }
+    }
+    return shown;
+}
+
+long long whole_rands(const QString& text) {
+    const double rands = round_half_even(leading_number(QString(text).remove(u',')));
+    constexpr double kHold = 1e12;
+    return static_cast<long long>(std::clamp(rands, -kHold, kHold));
+}
+
+int BankBox::width() const {
+    if (field->type == FieldType::Int16) {
+        return kMaskWidth;
+    }
+    return list_of_box(box) != 0 ? kYesNoWidth : field->width;
+}
+
+std::span<const BankBox> bank_boxes() {
+    return kBankBoxes;
+}
+
+BankingDetails::BankingDetails(shell::Session& session) : session_(session) {}
+
+void BankingDetails::form_load() {
+    const store::Record& r = session_.working(Code::PRSALG);
+    caption = shell::staff_heading(r);
+    closed = false;
+    prs_data.fill(QString());
+    data_teks.fill(QString());
+    const QStringList rows = session_.afrikaans
+                                 ? QStringList{QStringLiteral("JA"), QStringLiteral("NEE")}
+                                 : QStringList{QStringLiteral("YES"), QStringLiteral("NO")};
+    ja_nee_lys[1] = {rows, false};
+    ja_nee_lys[2] = {rows, false};
+    for (const BankBox& b : kBankBoxes) {
+        data_teks[b.box] =
+            session_.afrikaans ? QString::fromUtf8(b.afrikaans) : QString::fromUtf8(b.english);
+        prs_data[b.box] = b.field->type == FieldType::Int16
+                              ? format_amount_mask(QString::number(r.int16(*b.field)), true)
+                              : r.text(*b.field).trimmed();
+    }
+}
+
+void BankingDetails::prs_data_got_focus(int index) {
+    if (is_amount_box(index)) {
+        prs_data[index] = format_amount_mask(prs_data[index], false);
+    }
+    // A list shows beside its own box only.
+    for (int list = 1; list <= 2; ++list) {
+        ja_nee_lys[list].visible = list_of_box(index) == list;
+    }
+}
+
+void BankingDetails::prs_data_lost_focus(int index) {
+    if (is_amount_box(index)) {
+        // A value under 1 keeps its leading zero once the box is left.
+        prs_data[index] = format_amount_mask(prs_data[index], true);
+    }
+}
+
+TypedKey BankingDetails::prs_data_key_press(int, int key_ascii) {
+    return typed_key(key_ascii, true);
+}
+
+void BankingDetails::ja_nee_lys_click(int list, int row) {
+    if (list < 1 || list > 2 || row < 0 || row >= ja_nee_lys[list].items.size()) {
+        return;
+    }
+    prs_data[list == 1 ? 9 : 11] = ja_nee_lys[list].items[row];
+    ja_nee_lys[list].visible = false;
+}
+
+void BankingDetails::data_ok_click() {
+    if (session_.browse_mode) {
+        closed = true;
+        return;
+    }
+    // The boxes go to a copy first, so that an amount the field cannot hold leaves the record
+    // in memory and on disk as it was.
+    store::Record edited = session_.working(Code::PRSALG);
+    for (const BankBox& b : kBankBoxes) {
+        if (b.field->type != FieldType::Int16) {
+            // Cut to the width: the yes/no boxes keep the first letter, "J", "N" or "Y".
+            edited.set_text(*b.field, prs_data[b.box]);
+            continue;
+        }
+        const long long rands = whole_rands(prs_data[b.box]);
+        if (!edited.set_int16(*b.field, rands)) {
+            session_.dialogs().message(
+                data_teks[b.box] + QStringLiteral(" : ") +
+                    (rands > 0 ? session_.tr("BEDRAG TE GROOT - HOOGSTENS 32767 RAND. NIE "
+                                             "GESTOOR NIE!",
+                                             "AMOUNT TOO LARGE - AT MOST 32767 RAND. NOT SAVED!")
+                               : session_.tr("BEDRAG TE KLEIN - MINSTENS -32768 RAND. NIE "
+                                             "GESTOOR NIE!",
+                                             "AMOUNT TOO SMALL - AT LEAST -32768 RAND. NOT "
+                                             "SAVED!")),
+                ui::Icon::Exclamation);
+            return;
+        }
+    }
+    closed = write_master_record(session_, edited);
+}
+
+}  // namespace korvel::staff

@@ -1,0 +1,83 @@
+#pragma once
+// sk413_prg: the bank account and pay particulars of one staff member, on the master record in
+// memory (the working PRSALG record at its current number). It writes only that record.
+//
+// This is the form's behaviour; the Qt form (detail_forms.h) shows the boxes and the two
+// yes/no lists and calls one method per event.
+
+#include <QString>
+#include <QStringList>
+#include <array>
+#include <span>
+
+#include "staff/sk412_prg.h"
+
+namespace korvel::staff {
+
+// ---- amounts: 16-bit whole rands on disk, rands and cents with grouping on screen ----
+
+// The number a text starts with, as the language's Val reads it: blanks, tabs and line ends
+// are passed over wherever they stand, then an optional sign, digits with at most one point,
+// and an exponent after "E" or "D"; 0 when the text starts with no number.
+double leading_number(const QString& text);
+
+// A box's amount with thousands grouping and two decimals, always with a comma and a point:
+// with leading_zero 0.5 shows "0.50" (the mask "###,###,##0.00"), without it ".50" (the mask
+// "###,###,###.00"). A text that is no number (letters, blank) comes back as it stands.
+QString format_amount_mask(const QString& text, bool leading_zero);
+
+// What an amount box stores: the thousands separators dropped, the number it starts with,
+// rounded to whole rands half to even (12345.5 gives 12346, 12344.5 gives 12344). Values far
+// outside the 16-bit range are held at +-1e12, which the field refuses all the same.
+long long whole_rands(const QString& text);
+
+// ---- the form ----
+
+struct BankBox {
+    int box;  // prs_data index
+    const store::Field* field;
+    const char* afrikaans;
+    const char* english;
+
+    // The characters the box takes: an amount its mask, a yes/no box the longest row ("NEE",
+    // "YES"), the others the field.
+    int width() const;
+};
+// Every value of the form, boxes 1 to 14 in order.
+std::span<const BankBox> bank_boxes();
+
+// A small pop-up list beside a box.
+struct PopupList {
+    QStringList items;
+    bool visible = false;
+};
+
+class BankingDetails : public ui::ChildForm {
+  public:
+    static constexpr int kBoxes = 15;  // prs_data(1) to prs_data(14)
+
+    explicit BankingDetails(shell::Session& session);
+    QString form_name() const override { return QStringLiteral("sk413_prg"); }
+    shell::Session& session() { return session_; }
+
+    // ---- the form's values ----
+    QString caption;  // post number, title, initials, surname
+    std::array<QString, kBoxes> prs_data;
+    std::array<QString, kBoxes> data_teks;
+    std::array<PopupList, 3> ja_nee_lys;  // 1 serves box 9, 2 serves box 11; 0 is not used
+    bool closed = false;                  // the form has unloaded
+
+    // ---- events ----
+    void form_load();
+    void prs_data_got_focus(int index);
+    void prs_data_lost_focus(int index);
+    TypedKey prs_data_key_press(int index, int key_ascii);
+    void ja_nee_lys_click(int list, int row);
+    void data_ok_click();
+    void staff_exit_click() { closed = true; }
+
+  private:
+    shell::Session& session_;
+};
+
+}  // namespace korvel::staff

@@ -1,0 +1,158 @@
+// The entry form through its real widgets, offscreen: a secretary adds a staff member from the
+// register, and the record is found on disk.
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include "shell/demo_tree.h"
+#include "shell/folders.h"
+#include "staff/detail_forms.h"
+#include "staff/sk411_inlees_form.h"
+#include "staff/sk411_prg.h"
+#include "ui/qt_dialogs.h"
+
+using namespace korvel;
+
+namespace {
+
+class EntryFormTest : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        static int argc = 1;
+        static char name[] = "test";
+        static char* argv[] = {name};
+        if (QApplication::instance() == nullptr) {
+            new QApplication(argc, argv);
+        }
+    }
+    EntryFormTest() : session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}})) {
+        const int year = QDate::currentDate().year();
+        shell::write_demo_tree(tmp.path(), year);
+        session.folders = shell::default_folders("C:", QString::number(year));
+        session.ledger_year = QString::number(year);
+        session.afrikaans = false;
+        session.open_staff_file();
+        staff::register_entry_forms(dialogs);
+        staff::register_detail_forms(dialogs);
+    }
+
+    QTemporaryDir tmp;
+    ui::QtDialogs dialogs;
+    shell::Session session;
+};
+
+template <typename T>
+T* child(QWidget* form, const char* name) {
+    T* w = form->findChild<T*>(QString::fromLatin1(name));
+    EXPECT_NE(w, nullptr) << name;
+    return w;
+}
+
+void click_row(QListWidget* list, int row) {
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualItemRect(list->item(row)).center());
+}
+
+}  // namespace
+
+TEST_F(EntryFormTest, AddingAStaffMemberEndToEnd) {
+    staff::StaffRegister reg(session, true);
+    reg.user = QStringLiteral("ANNA");
+    ASSERT_TRUE(reg.form_load());
+
+    QStringList messages;
+    bool filled = false;
+    int ticks = 0;
+    // A timer does not fire again while its own handler runs, so the message boxes that the form
+    // opens from a click of the robot are answered by a second one.
+    QTimer clerk;
+    QObject::connect(&clerk, &QTimer::timeout, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (++ticks > 1500 && modal != nullptr) {
+            modal->close();  // never hang the suite
+        } else if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+            messages << box->text();
+            QAbstractButton* yes = box->button(QMessageBox::Yes);
+            (yes != nullptr ? yes : box->buttons().first())->click();
+        }
+    });
+    QTimer robot;
+    QObject::connect(&robot, &QTimer::timeout, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (modal == nullptr || modal->objectName() != "sk411_inlees" || filled) {
+            return;
+        }
+        filled = true;
+        // The offscreen platform keeps no active window of its own: each focus asks for it.
+        const auto focus = [modal](const char* name) {
+            QApplication::setActiveWindow(modal);
+            child<QLineEdit>(modal, name)->setFocus();
+        };
+        EXPECT_EQ(child<QLineEdit>(modal, "prs_data_9")->text(), "YYYY.MM.DD");
+        QTest::keyClicks(child<QLineEdit>(modal, "prs_data_1"), "99");
+        QTest::keyClicks(child<QLineEdit>(modal, "prs_data_2"), "nel");
+        QTest::keyClicks(child<QLineEdit>(modal, "prs_data_3"), "anna maria");
+        QLineEdit* id = child<QLineEdit>(modal, "prs_data_8");
+        focus("prs_data_8");
+        QTest::keyClicks(id, "8503120123083");
+        focus("prs_data_13");  // its list shows
+        QListWidget* population = child<QListWidget>(modal, "ras_lys");
+        EXPECT_TRUE(population->isVisible());
+        click_row(population, 3);
+        focus("prs_data_14");
+        click_row(child<QListWidget>(modal, "taal_lys"), 1);
+        focus("prs_data_21");
+        click_row(child<QListWidget>(modal, "reqv_lys"), 2);
+        QTest::mouseClick(child<QLineEdit>(modal, "prs_data_25"), Qt::LeftButton);
+        click_row(child<QListWidget>(modal, "hk_lys"), 0);
+        click_row(child<QListWidget>(modal, "Tipe_aanstelling"), 0);
+        child<QRadioButton>(modal, "kies_p_t_0")->click();
+        child<QRadioButton>(modal, "kies_tipe_onderwys_2")->click();
+        child<QPushButton>(modal, "data_ok")->click();
+    });
+    robot.start(20);
+    clerk.start(20);
+    reg.task_options_click(1);
+    robot.stop();
+    clerk.stop();
+
+    ASSERT_TRUE(filled);
+    EXPECT_TRUE(messages.contains("APPOINTMENT DATES incomplete. Please correct..."));
+
+    // The record on disk.
+    int found = 0;
+    session.scan_records(store::Code::PRSALG, [&](int, store::Record& r) {
+        const auto& A = store::PRSALG;
+        if (r.text(A["PA_POS_NR"]).trimmed() != "99") {
+            return;
+        }
+        ++found;
+        EXPECT_EQ(r.text(A["PA_VAN"]).trimmed(), "NEL");
+        EXPECT_EQ(r.text(A["PA_NAME"]).trimmed(), "ANNA MARIA");
+        EXPECT_EQ(r.text(A["PA_ID_NR"]), "8503120123083");
+        EXPECT_EQ(r.date(A["PA_G_DATUM"]), QDate(1985, 3, 12));
+        EXPECT_EQ(r.text(A["PA_RAS"]), "4 WHI");
+        EXPECT_EQ(r.text(A["PA_TAAL"]), "2 ENG");
+        EXPECT_EQ(r.int16(A["PA_REQV"]), 12);
+        EXPECT_EQ(r.text(A["PA_FOR_NR"]).trimmed(), "1");
+        EXPECT_EQ(r.text(A["PA_OD_BL"]), "E");
+        EXPECT_EQ(r.text(A["PA_P_T"]), "P");
+    });
+    EXPECT_EQ(found, 1);
+    // The register shows the new row.
+    bool shown = false;
+    for (const staff::GridRow& row : reg.prs_grid.rows) {
+        shown = shown || row.cells[staff::kColPost] == "99";
+    }
+    EXPECT_TRUE(shown);
+}
