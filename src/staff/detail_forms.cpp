@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "shell/form_header.h"
+#include "staff/form_boxes.h"
 #include "staff/sk411_prg.h"
 #include "staff/sk412_prg.h"
 #include "staff/sk413_prg.h"
@@ -25,133 +26,6 @@
 namespace korvel::staff {
 
 namespace {
-
-QString box_name(int box) {
-    return QStringLiteral("prs_data_%1").arg(box);
-}
-
-// The boxes of a form bound to its behaviour's prs_data: what is typed goes to the behaviour,
-// each key goes through the behaviour first (capitals, Enter to the next box), and the boxes
-// report when they get and lose the focus.
-class Boxes : public QObject {
-  public:
-    using KeyPress = std::function<TypedKey(int box, int key_ascii)>;
-    using Focus = std::function<void(int box, bool got)>;
-
-    Boxes(QDialog& dialog, std::span<QString> values, KeyPress key, Focus focus = {})
-        : QObject(&dialog), values_(values), key_(std::move(key)), focus_(std::move(focus)) {}
-
-    // A new box; Enter moves through the boxes in the order they were made.
-    QLineEdit* make(int box, int width, QWidget* parent) {
-        auto* edit = new QLineEdit(parent);
-        edit->setObjectName(box_name(box));
-        edit->setMaxLength(width);
-        edit->installEventFilter(this);
-        connect(edit, &QLineEdit::textChanged, this, [this, box](const QString& text) {
-            values_[static_cast<std::size_t>(box)] = text;
-        });
-        edits_.push_back({box, edit});
-        return edit;
-    }
-
-    // Each box shows the behaviour's value.
-    void show_values() {
-        for (const auto& [box, edit] : edits_) {
-            const QString& value = values_[static_cast<std::size_t>(box)];
-            if (edit->text() != value) {
-                const QSignalBlocker quiet(edit);
-                edit->setText(value);
-            }
-        }
-    }
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        const auto at = std::find_if(edits_.begin(), edits_.end(),
-                                     [watched](const auto& e) { return e.second == watched; });
-        if (at == edits_.end()) {
-            return false;
-        }
-        switch (event->type()) {
-            case QEvent::FocusIn:
-            case QEvent::FocusOut:
-                if (focus_) {
-                    focus_(at->first, event->type() == QEvent::FocusIn);
-                }
-                return false;
-            case QEvent::KeyPress:
-                return key_press(at, static_cast<QKeyEvent*>(event));
-            default:
-                return false;
-        }
-    }
-
-  private:
-    using Edits = std::vector<std::pair<int, QLineEdit*>>;
-
-    bool key_press(Edits::iterator at, QKeyEvent* k) {
-        if (k->key() == Qt::Key_Return || k->key() == Qt::Key_Enter) {
-            if (key_(at->first, kEnterKey).next_box) {
-                focus_next(at);
-            }
-            return true;
-        }
-        // Only plain characters; shortcuts such as the paste key go on as they are.
-        const QString text = k->text();
-        if (text.size() != 1 || text.at(0).unicode() < 32 ||
-            (k->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))) {
-            return false;
-        }
-        const int typed = text.at(0).unicode();
-        const TypedKey result = key_(at->first, typed);
-        if (result.key_ascii == typed) {
-            return false;
-        }
-        if (result.key_ascii != 0) {
-            at->second->insert(QString(QChar(result.key_ascii)));
-        }
-        return true;
-    }
-
-    // The next box that can take the focus; after the last one, the first.
-    void focus_next(Edits::iterator at) {
-        const std::size_t from = static_cast<std::size_t>(at - edits_.begin());
-        for (std::size_t step = 1; step < edits_.size(); ++step) {
-            QLineEdit* edit = edits_[(from + step) % edits_.size()].second;
-            if (edit->isVisible() && edit->isEnabled()) {
-                edit->setFocus(Qt::TabFocusReason);
-                return;
-            }
-        }
-    }
-
-    std::span<QString> values_;
-    KeyPress key_;
-    Focus focus_;
-    Edits edits_;
-};
-
-QPushButton* button(const QString& name, const QString& text, QDialog& dialog) {
-    auto* b = new QPushButton(text, &dialog);
-    b->setObjectName(name);
-    b->setAutoDefault(false);  // Enter belongs to the boxes
-    return b;
-}
-
-QLabel* label(int box, const QString& text, QWidget* parent) {
-    auto* l = new QLabel(text, parent);
-    l->setObjectName(QStringLiteral("data_teks_%1").arg(box));
-    return l;
-}
-
-QLabel* heading(const QString& text, QDialog& dialog) {
-    auto* h = new QLabel(text, &dialog);
-    h->setObjectName(QStringLiteral("heading"));
-    QFont bold = h->font();
-    bold.setBold(true);
-    h->setFont(bold);
-    return h;
-}
 
 void show_address_family(AddressFamily& form, QWidget* parent) {
     shell::form_header_setup(form.session(), form.form_name());  // the form's audit line

@@ -109,7 +109,6 @@ int entry_label_of_field(int field) {
 
 namespace {
 
-// The order Enter walks through the fields.
 constexpr int kTabOrder[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 12, 26, 13,
                              14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25};
 
@@ -252,6 +251,10 @@ QStringList entry_list_rows(EntryList list, bool afrikaans, bool educators) {
                             "School transport"});
     }
     return {};
+}
+
+std::span<const int> entry_tab_order() {
+    return kTabOrder;
 }
 
 QString birth_date_from_id(const QString& id) {

@@ -12,6 +12,7 @@
 #include <QStringList>
 #include <array>
 #include <optional>
+#include <span>
 
 #include "shell/session.h"
 #include "staff/learner_cascade.h"
@@ -58,6 +59,9 @@ QString birth_date_from_id(const QString& id);
 // The data_teks label of a field (the label index is not always the field's); -1 for none.
 int entry_label_of_field(int field);
 
+// The fields in the order Enter walks them.
+std::span<const int> entry_tab_order();
+
 // A class that begins with "ADM" is kept to the reduced set of compulsory fields; unlike the
 // population test this looks at the beginning only, so "ADMX" counts as well.
 bool is_admin_class(const QString& klas);
@@ -69,6 +73,7 @@ class StaffEntry : public ui::ChildForm {
     StaffEntry(shell::Session& session, StaffRegister& owner, bool is_new);
     QString form_name() const override { return QStringLiteral("sk411_inlees"); }
     bool is_new() const { return is_new_; }
+    shell::Session& session() { return session_; }
 
     // ---- the form's values ----
     std::array<QString, kEntryFields> prs_data;

@@ -13,7 +13,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "staff/box_events.h"
+#include "shell/form_header.h"
+#include "staff/form_boxes.h"
 #include "staff/sk411_inlees.h"
 #include "staff/staff_kies_inlees.h"
 #include "store/record_layouts.h"
@@ -133,26 +134,57 @@ class RemarksButton : public QPushButton {
 };
 
 void show_entry(StaffEntry& entry, QWidget* parent) {
+    shell::form_header_setup(entry.session(), entry.form_name());  // the form's audit line
     QDialog dialog(parent);
     dialog.setObjectName(entry.form_name());
-    auto* heading = new QLabel(&dialog);
-    QFont big = heading->font();
-    big.setBold(true);
-    big.setPointSize(big.pointSize() + 2);
-    heading->setFont(big);
+    QLabel* person = heading(QString(), dialog);
 
-    auto* events = new BoxEvents(&dialog);
-    std::array<QLineEdit*, kEntryFields> boxes{};
+    // The boxes are made in the order Enter walks them; the display-only ones take no focus.
+    bool refreshing = false;
+    std::function<void()> refresh;
+    Boxes boxes(
+        dialog, entry.prs_data,
+        [&](int box, int key) {
+            TypedKey typed = entry.prs_data_key_press(box, key);
+            if (typed.next_box) {
+                typed.next_box = false;  // the behaviour names the next field
+            }
+            refresh();
+            return typed;
+        },
+        [&](int box, bool got) {
+            if (refreshing || entry.closed) {
+                return;
+            }
+            if (got) {
+                entry.prs_data_got_focus(box);
+            } else {
+                entry.prs_data_lost_focus(box);
+            }
+            refresh();
+        },
+        [&](int box, bool double_click) {
+            if (double_click) {
+                entry.prs_data_dbl_click(box);
+            } else {
+                entry.prs_data_click(box);
+            }
+            refresh();
+        });
+    for (const int f : entry_tab_order()) {
+        boxes.make(f, field_width(f), &dialog);
+    }
     std::array<QLabel*, kEntryFields> labels{};
     for (int i = 0; i < kEntryFields; ++i) {
-        labels[static_cast<std::size_t>(i)] = new QLabel(&dialog);
-        labels[static_cast<std::size_t>(i)]->setObjectName(QStringLiteral("data_teks_%1").arg(i));
-        boxes[static_cast<std::size_t>(i)] = make_box(&dialog, i, field_width(i), events,
-                                                      entry.prs_data[static_cast<std::size_t>(i)]);
+        labels[static_cast<std::size_t>(i)] = label(i, QString(), &dialog);
     }
-    boxes[0]->setReadOnly(true);
-    boxes[11]->setReadOnly(true);
-    boxes[25]->setReadOnly(true);  // a click opens its list
+    for (const int f : {0, 11}) {
+        boxes.make(f, field_width(f), &dialog)->setFocusPolicy(Qt::NoFocus);
+    }
+    const auto box = [&boxes](int f) { return boxes.at(f); };
+    box(0)->setReadOnly(true);
+    box(11)->setReadOnly(true);
+    box(25)->setReadOnly(true);  // a click opens its list
 
     std::array<QListWidget*, kEntryLists> lists{};
     for (int i = 0; i < kEntryLists; ++i) {
@@ -194,41 +226,32 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
         entry.kies_tipe_onderwys[static_cast<std::size_t>(id)] = true;
     });
 
-    const auto button = [&dialog](const char* name, const QString& text) {
-        auto* b = new QPushButton(text, &dialog);
-        b->setObjectName(QString::fromLatin1(name));
-        return b;
-    };
-    auto* data_ok = button("data_ok", QStringLiteral("OK"));
-    auto* data_del = button("data_del", QStringLiteral("DEL"));
-    auto* data_aktiveer = button("data_aktiveer", QStringLiteral("AKT"));
+    auto* data_ok = button(QStringLiteral("data_ok"), QStringLiteral("OK"), dialog);
+    auto* data_del = button(QStringLiteral("data_del"), QStringLiteral("DEL"), dialog);
+    auto* data_aktiveer = button(QStringLiteral("data_aktiveer"), QStringLiteral("AKT"), dialog);
     auto* opmerkings = new RemarksButton(QStringLiteral("..."), &dialog);
     opmerkings->setObjectName(QStringLiteral("opmerkings"));
-    auto* alg_opsies = button("alg_opsies_1", QStringLiteral(">>"));
-    auto* kopieer = button("Kopieer_na_bl", entry.kopieer_na_bl_caption);
-    auto* staff_exit = button("staff_exit", QStringLiteral("X"));
+    auto* alg_opsies = button(QStringLiteral("alg_opsies_1"), QStringLiteral(">>"), dialog);
+    auto* kopieer = button(QStringLiteral("Kopieer_na_bl"), entry.kopieer_na_bl_caption, dialog);
+    auto* staff_exit = button(QStringLiteral("staff_exit"), QStringLiteral("X"), dialog);
 
-    bool refreshing = false;
-    std::function<void()> refresh;
     refresh = [&] {
         refreshing = true;
         dialog.setWindowTitle(entry.caption);
-        heading->setText(entry.heading);
+        person->setText(entry.heading);
+        boxes.show_values();
         for (int i = 0; i < kEntryFields; ++i) {
             const auto n = static_cast<std::size_t>(i);
-            if (boxes[n]->text() != entry.prs_data[n]) {
-                boxes[n]->setText(entry.prs_data[n]);
-            }
             labels[n]->setText(entry.data_teks[n]);
             QPalette lp = labels[n]->palette();
             lp.setColor(QPalette::WindowText, colour_of(entry.data_teks_colour[n]));
             labels[n]->setPalette(lp);
         }
-        QPalette bp = boxes[9]->palette();
+        QPalette bp = box(9)->palette();
         bp.setColor(QPalette::Text, entry.placeholder_shown
                                         ? QColor(Qt::gray)
                                         : dialog.palette().color(QPalette::Text));
-        boxes[9]->setPalette(bp);
+        box(9)->setPalette(bp);
         for (int i = 0; i < kEntryLists; ++i) {
             const PopupList& model = entry.lists[static_cast<std::size_t>(i)];
             QListWidget* l = lists[static_cast<std::size_t>(i)];
@@ -274,39 +297,10 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
         if (entry.focus_field >= 0 && entry.focus_field < kEntryFields) {
             const int f = entry.focus_field;
             entry.focus_field = -1;
-            boxes[static_cast<std::size_t>(f)]->setFocus();
+            box(f)->setFocus();
         }
     };
 
-    events->key_press = [&](int box, int key) {
-        const TypedKey typed = entry.prs_data_key_press(box, key);
-        if (box == 9 && !entry.placeholder_shown && boxes[9]->text() != entry.prs_data[9]) {
-            boxes[9]->clear();  // the first key clears the placeholder
-            refresh();
-        }
-        return typed.key_ascii;
-    };
-    events->moved_on = [&] { refresh(); };
-    events->got_focus = [&](int box) {
-        if (!refreshing) {
-            entry.prs_data_got_focus(box);
-            refresh();
-        }
-    };
-    events->lost_focus = [&](int box) {
-        if (!refreshing && !entry.closed) {
-            entry.prs_data_lost_focus(box);
-            refresh();
-        }
-    };
-    events->clicked = [&](int box) {
-        entry.prs_data_click(box);
-        refresh();
-    };
-    events->double_clicked = [&](int box) {
-        entry.prs_data_dbl_click(box);
-        refresh();
-    };
     for (QListWidget* l : lists) {
         QObject::connect(l, &QListWidget::itemClicked, &dialog, [&] { refresh(); });
     }
@@ -332,14 +326,14 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
         int row = 0;
         for (std::size_t k = 0; k < count; ++k) {
             const int f = fields[k];
-            const int label = entry_label_of_field(f);
-            if (label >= 0) {
-                grid->addWidget(labels[static_cast<std::size_t>(label)], row, 0);
+            const int teks = entry_label_of_field(f);
+            if (teks >= 0) {
+                grid->addWidget(labels[static_cast<std::size_t>(teks)], row, 0);
             }
             auto* line = new QHBoxLayout;
-            line->addWidget(boxes[static_cast<std::size_t>(f)]);
+            line->addWidget(box(f));
             if (f == 12) {
-                line->addWidget(boxes[26]);
+                line->addWidget(box(26));
             }
             if (const std::optional<EntryList> which =
                     StaffEntry::list_of_field(f, entry.western_cape)) {
@@ -370,19 +364,20 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
     buttons->addStretch();
     buttons->addWidget(staff_exit);
     auto* layout = new QVBoxLayout(&dialog);
-    layout->addWidget(heading);
-    layout->addWidget(boxes[0]);
+    layout->addWidget(person);
+    layout->addWidget(box(0));
     layout->addLayout(columns);
     layout->addLayout(options);
     layout->addLayout(buttons);
 
     entry.form_activate();
     refresh();
-    boxes[1]->setFocus();
+    box(1)->setFocus();
     dialog.exec();
 }
 
 void show_chooser(StaffDetailChooser& chooser, QWidget* parent) {
+    shell::form_header_setup(chooser.session(), chooser.form_name());
     QDialog dialog(parent);
     dialog.setObjectName(chooser.form_name());
     dialog.setWindowTitle(chooser.caption);

@@ -75,7 +75,7 @@ bool open_detail_form(shell::Session& session, StaffDetail detail, bool educator
 }
 
 StaffDetailChooser::StaffDetailChooser(shell::Session& session, bool educators, QString person_)
-    : person(std::move(person_)) {
+    : person(std::move(person_)), session_(session) {
     caption = session.tr("PERSONEELBESONDERHEDE INLEES", "INPUT STAFF DETAILS");
     for (int i = 1; i <= kStaffDetails; ++i) {
         const OptionText& t = kOptions[i - 1];

@@ -35,6 +35,7 @@ class StaffDetailChooser : public ui::ChildForm {
   public:
     StaffDetailChooser(shell::Session& session, bool educators, QString person);
     QString form_name() const override { return QStringLiteral("staff_kies_inlees"); }
+    shell::Session& session() { return session_; }
 
     struct Option {
         QString caption;
@@ -53,6 +54,9 @@ class StaffDetailChooser : public ui::ChildForm {
     // ---- events ----
     void pr_option_click(int index);
     void staff_exit_click() { closed = true; }
+
+  private:
+    shell::Session& session_;
 };
 
 }  // namespace korvel::staff

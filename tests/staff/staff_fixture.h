@@ -101,4 +101,15 @@ class StaffTree {
     shell::Session session;
 };
 
+// A master record as it stands on disk now, read from the file's bytes.
+inline store::Record master_on_disk(const StaffTree& tree, int number) {
+    const QByteArray bytes = read_file(tree.staff_file(QStringLiteral("prs_alg_random.txt")));
+    store::Record r(store::PRSALG);
+    const int length = store::PRSALG.record_length;
+    if (bytes.size() >= number * length) {
+        r.assign(bytes.constData() + static_cast<qsizetype>(number - 1) * length);
+    }
+    return r;
+}
+
 }  // namespace korvel::testing

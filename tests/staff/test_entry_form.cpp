@@ -14,6 +14,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "demo_forms_fixture.h"
 #include "shell/demo_tree.h"
 #include "shell/folders.h"
 #include "staff/detail_forms.h"
@@ -25,30 +26,12 @@ using namespace korvel;
 
 namespace {
 
-class EntryFormTest : public ::testing::Test {
+class EntryFormTest : public korvel::testing::DemoForms<ui::QtDialogs> {
   protected:
-    static void SetUpTestSuite() {
-        static int argc = 1;
-        static char name[] = "test";
-        static char* argv[] = {name};
-        if (QApplication::instance() == nullptr) {
-            new QApplication(argc, argv);
-        }
-    }
-    EntryFormTest() : session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}})) {
-        const int year = QDate::currentDate().year();
-        shell::write_demo_tree(tmp.path(), year);
-        session.folders = shell::default_folders("C:", QString::number(year));
-        session.ledger_year = QString::number(year);
-        session.afrikaans = false;
-        session.open_staff_file();
+    EntryFormTest() {
         staff::register_entry_forms(dialogs);
         staff::register_detail_forms(dialogs);
     }
-
-    QTemporaryDir tmp;
-    ui::QtDialogs dialogs;
-    shell::Session session;
 };
 
 template <typename T>

@@ -7,6 +7,7 @@
 
 #include <QFileInfo>
 
+#include "demo_forms_fixture.h"
 #include "reports/sk421_prg.h"
 #include "reports/staff_kies_druk.h"
 #include "shell/demo_tree.h"
@@ -19,24 +20,8 @@ using namespace korvel;
 namespace {
 
 // The register form over the demo tree of this year on drive C:, offscreen.
-class RegisterFormTest : public ::testing::Test {
+class RegisterFormTest : public korvel::testing::DemoForms<ui::ScriptedDialogs> {
   protected:
-    static void SetUpTestSuite() {
-        static int argc = 1;
-        static char name[] = "test";
-        static char* argv[] = {name};
-        if (QApplication::instance() == nullptr) {
-            new QApplication(argc, argv);
-        }
-    }
-    RegisterFormTest() : session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}})) {
-        const int year = QDate::currentDate().year();
-        shell::write_demo_tree(tmp.path(), year);
-        session.folders = shell::default_folders("C:", QString::number(year));
-        session.ledger_year = QString::number(year);
-        session.afrikaans = false;
-        session.open_staff_file();
-    }
     QStringList column(staff::StaffRegisterForm& form, int c) {
         QStringList out;
         for (int i = 0; i < form.grid()->topLevelItemCount(); ++i) {
@@ -44,10 +29,6 @@ class RegisterFormTest : public ::testing::Test {
         }
         return out;
     }
-
-    QTemporaryDir tmp;
-    ui::ScriptedDialogs dialogs;
-    shell::Session session;
 };
 
 }  // namespace

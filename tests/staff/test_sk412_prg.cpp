@@ -31,9 +31,7 @@ class AddressFamilyTest : public ::testing::Test {
     }
     // The person's record as it stands on disk.
     store::Record on_disk(int record) const {
-        store::Record r(PRSALG);
-        r.assign(file().mid((record - 1) * PRSALG.record_length, PRSALG.record_length).constData());
-        return r;
+        return korvel::testing::master_on_disk(tree, record);
     }
     std::unique_ptr<AddressFamily> open_form() {
         auto form = std::make_unique<AddressFamily>(tree.session);

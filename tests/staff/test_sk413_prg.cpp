@@ -22,11 +22,7 @@ class BankingTest : public ::testing::Test {
     QByteArray file() const {
         return korvel::testing::read_file(tree.staff_file("prs_alg_random.txt"));
     }
-    store::Record on_disk() const {
-        store::Record r(PRSALG);
-        r.assign(file().mid((number - 1) * PRSALG.record_length, PRSALG.record_length).constData());
-        return r;
-    }
+    store::Record on_disk() const { return korvel::testing::master_on_disk(tree, number); }
     std::unique_ptr<BankingDetails> open_form() {
         auto form = std::make_unique<BankingDetails>(tree.session);
         form->form_load();

@@ -1,0 +1,122 @@
+#include "staff/form_boxes.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+#include <algorithm>
+
+#include "staff/sk411_prg.h"
+
+namespace korvel::staff {
+
+QLineEdit* Boxes::make(int box, int width, QWidget* parent) {
+    auto* edit = new QLineEdit(parent);
+    edit->setObjectName(QStringLiteral("prs_data_%1").arg(box));
+    edit->setMaxLength(width);
+    edit->installEventFilter(this);
+    connect(edit, &QLineEdit::textChanged, this,
+            [this, box](const QString& text) { values_[static_cast<std::size_t>(box)] = text; });
+    edits_.push_back({box, edit});
+    return edit;
+}
+
+QLineEdit* Boxes::at(int box) const {
+    const auto it =
+        std::find_if(edits_.begin(), edits_.end(), [box](const auto& e) { return e.first == box; });
+    return it == edits_.end() ? nullptr : it->second;
+}
+
+void Boxes::show_values() {
+    for (const auto& [box, edit] : edits_) {
+        const QString& value = values_[static_cast<std::size_t>(box)];
+        if (edit->text() != value) {
+            const QSignalBlocker quiet(edit);
+            edit->setText(value);
+        }
+    }
+}
+
+bool Boxes::eventFilter(QObject* watched, QEvent* event) {
+    const auto at = std::find_if(edits_.begin(), edits_.end(),
+                                 [watched](const auto& e) { return e.second == watched; });
+    if (at == edits_.end()) {
+        return false;
+    }
+    switch (event->type()) {
+        case QEvent::FocusIn:
+        case QEvent::FocusOut:
+            if (focus_) {
+                focus_(at->first, event->type() == QEvent::FocusIn);
+            }
+            return false;
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            if (click_) {
+                click_(at->first, event->type() == QEvent::MouseButtonDblClick);
+            }
+            return false;
+        case QEvent::KeyPress:
+            return key_press(at, static_cast<QKeyEvent*>(event));
+        default:
+            return false;
+    }
+}
+
+bool Boxes::key_press(Edits::iterator at, QKeyEvent* k) {
+    if (k->key() == Qt::Key_Return || k->key() == Qt::Key_Enter) {
+        if (key_(at->first, kEnterKey).next_box) {
+            focus_next(at);
+        }
+        return true;
+    }
+    // Only plain characters; shortcuts such as the paste key go on as they are.
+    const QString text = k->text();
+    if (text.size() != 1 || text.at(0).unicode() < 32 ||
+        (k->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))) {
+        return false;
+    }
+    const int typed = text.at(0).unicode();
+    const TypedKey result = key_(at->first, typed);
+    if (result.key_ascii == typed) {
+        return false;
+    }
+    if (result.key_ascii != 0) {
+        at->second->insert(QString(QChar(result.key_ascii)));
+    }
+    return true;
+}
+
+void Boxes::focus_next(Edits::iterator at) {
+    const std::size_t from = static_cast<std::size_t>(at - edits_.begin());
+    for (std::size_t step = 1; step < edits_.size(); ++step) {
+        QLineEdit* edit = edits_[(from + step) % edits_.size()].second;
+        if (edit->isVisible() && edit->isEnabled() && edit->focusPolicy() != Qt::NoFocus) {
+            edit->setFocus(Qt::TabFocusReason);
+            return;
+        }
+    }
+}
+
+QPushButton* button(const QString& name, const QString& text, QDialog& dialog) {
+    auto* b = new QPushButton(text, &dialog);
+    b->setObjectName(name);
+    b->setAutoDefault(false);
+    return b;
+}
+
+QLabel* label(int box, const QString& text, QWidget* parent) {
+    auto* l = new QLabel(text, parent);
+    l->setObjectName(QStringLiteral("data_teks_%1").arg(box));
+    return l;
+}
+
+QLabel* heading(const QString& text, QDialog& dialog) {
+    auto* h = new QLabel(text, &dialog);
+    h->setObjectName(QStringLiteral("heading"));
+    QFont bold = h->font();
+    bold.setBold(true);
+    h->setFont(bold);
+    return h;
+}
+
+}  // namespace korvel::staff
