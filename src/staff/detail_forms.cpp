@@ -78,29 +78,21 @@ void show_address_family(AddressFamily& form, QWidget* parent) {
     QPushButton* ok = button(QStringLiteral("data_ok"), QStringLiteral("OK"), dialog);
     QPushButton* exit = button(QStringLiteral("staff_exit"), QStringLiteral("X"), dialog);
 
-    const auto refresh = [&] {
+    std::function<void()> refresh = [&] {
         data_raam->setCurrentIndex(form.data_raam[1] ? 1 : 0);
         boxes.show_values();
         if (form.closed) {
             dialog.accept();
         }
     };
-    QObject::connect(prev, &QPushButton::clicked, &dialog, [&] {
-        form.screen_prev_click();
-        refresh();
-    });
-    QObject::connect(next, &QPushButton::clicked, &dialog, [&] {
-        form.screen_next_click();
-        refresh();
-    });
-    QObject::connect(ok, &QPushButton::clicked, &dialog, [&] {
-        form.data_ok_click();
-        refresh();
-    });
-    QObject::connect(exit, &QPushButton::clicked, &dialog, [&] {
-        form.staff_exit_click();
-        refresh();
-    });
+    on_click(
+        prev, [&] { form.screen_prev_click(); }, refresh);
+    on_click(
+        next, [&] { form.screen_next_click(); }, refresh);
+    on_click(
+        ok, [&] { form.data_ok_click(); }, refresh);
+    on_click(
+        exit, [&] { form.staff_exit_click(); }, refresh);
 
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(prev);
@@ -169,14 +161,10 @@ void show_banking_details(BankingDetails& form, QWidget* parent) {
             dialog.accept();
         }
     };
-    QObject::connect(ok, &QPushButton::clicked, &dialog, [&] {
-        form.data_ok_click();
-        refresh();
-    });
-    QObject::connect(exit, &QPushButton::clicked, &dialog, [&] {
-        form.staff_exit_click();
-        refresh();
-    });
+    on_click(
+        ok, [&] { form.data_ok_click(); }, refresh);
+    on_click(
+        exit, [&] { form.staff_exit_click(); }, refresh);
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();

@@ -104,6 +104,13 @@ QPushButton* button(const QString& name, const QString& text, QDialog& dialog) {
     return b;
 }
 
+void on_click(QPushButton* b, std::function<void()> event, std::function<void()>& refresh) {
+    QObject::connect(b, &QPushButton::clicked, b, [event = std::move(event), &refresh] {
+        event();
+        refresh();
+    });
+}
+
 QLabel* label(int box, const QString& text, QWidget* parent) {
     auto* l = new QLabel(text, parent);
     l->setObjectName(QStringLiteral("data_teks_%1").arg(box));

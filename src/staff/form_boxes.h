@@ -57,6 +57,9 @@ class Boxes : public QObject {
 
 // A button named as the form names it, which Enter does not press: Enter belongs to the boxes.
 QPushButton* button(const QString& name, const QString& text, QDialog& dialog);
+// A click runs the behaviour's event, then the form shows the behaviour again. refresh is a
+// named function of the form (a temporary cannot bind here: the connection outlives it).
+void on_click(QPushButton* b, std::function<void()> event, std::function<void()>& refresh);
 // The label "data_teks_<box>".
 QLabel* label(int box, const QString& text, QWidget* parent);
 // The bold heading that names the person.

@@ -304,17 +304,16 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
     for (QListWidget* l : lists) {
         QObject::connect(l, &QListWidget::itemClicked, &dialog, [&] { refresh(); });
     }
-    const auto on_click = [&](QPushButton* b, const std::function<void()>& act) {
-        QObject::connect(b, &QPushButton::clicked, &dialog, [&, act] {
-            act();
-            refresh();
-        });
-    };
-    on_click(data_ok, [&] { entry.data_ok_click(); });
-    on_click(data_del, [&] { entry.data_del_click(); });
-    on_click(data_aktiveer, [&] { entry.data_aktiveer_click(); });
-    on_click(alg_opsies, [&] { entry.alg_opsies_click(1); });
-    on_click(staff_exit, [&] { entry.staff_exit_click(); });
+    on_click(
+        data_ok, [&] { entry.data_ok_click(); }, refresh);
+    on_click(
+        data_del, [&] { entry.data_del_click(); }, refresh);
+    on_click(
+        data_aktiveer, [&] { entry.data_aktiveer_click(); }, refresh);
+    on_click(
+        alg_opsies, [&] { entry.alg_opsies_click(1); }, refresh);
+    on_click(
+        staff_exit, [&] { entry.staff_exit_click(); }, refresh);
     opmerkings->pressed_with = [&](bool right) {
         entry.opmerkings_click(right);
         refresh();
