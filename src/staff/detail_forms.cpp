@@ -138,7 +138,7 @@ void show_banking_details(BankingDetails& form, QWidget* parent) {
         auto* list = new QListWidget(&dialog);
         list->setObjectName(QStringLiteral("ja_nee_lys_%1").arg(n));
         list->setFocusPolicy(Qt::NoFocus);  // the box keeps the focus while a row is clicked
-        list->addItems(form.ja_nee_lys[static_cast<std::size_t>(n)].items);
+        list->addItems(form.ja_nee_lys[static_cast<std::size_t>(n)].rows);
         list->setMaximumHeight(list->sizeHintForRow(0) * (list->count() + 1));
         QObject::connect(list, &QListWidget::itemClicked, &dialog,
                          [&, n, list](QListWidgetItem* item) {

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "staff/sk412_prg.h"
+#include "staff/detail_common.h"
 
 class QKeyEvent;
 

@@ -698,7 +698,8 @@ bool StaffEntry::save_record() {
         prs_data[9] = canonical_date(prs_data[9]);
     }
 
-    Record& r = session_.working(Code::PRSALG);
+    // The fields go into a copy, which takes the place of the record in memory once written.
+    Record r = session_.working(Code::PRSALG);
     for (const TextField& f : kMasterText) {
         r.set_text(f.stored, prs_data[static_cast<std::size_t>(f.field)].trimmed());
     }
@@ -725,7 +726,9 @@ bool StaffEntry::save_record() {
     const int years = std::max(
         {r.int16(in_education), r.int16(PRSALG["PO_JRE_SKL"]), r.int16(PRSALG["PO_JRE_PRV"])});
     r.set_int16(in_education, years);
-    session_.write_record(Code::PRSALG, session_.state(Code::PRSALG).current);
+    if (!write_master_record(session_, r)) {
+        return false;
+    }
 
     Record& add = session_.working(Code::PRSADD);
     add.set_text(PRSADD["PD_POS_NR"], post);

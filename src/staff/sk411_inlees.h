@@ -15,8 +15,8 @@
 #include <span>
 
 #include "shell/session.h"
+#include "staff/detail_common.h"
 #include "staff/learner_cascade.h"
-#include "staff/sk412_prg.h"
 #include "ui/dialogs.h"
 
 namespace korvel::staff {
@@ -24,14 +24,6 @@ namespace korvel::staff {
 class StaffRegister;
 
 inline constexpr int kEntryFields = 27;  // prs_data(0) to prs_data(26)
-
-// A pop-up list of the form: its rows in the current language, the selected row and whether it
-// stands in front of its field.
-struct PopupList {
-    QStringList rows;
-    int list_index = -1;
-    bool visible = false;
-};
 
 // The lists of the form, each serving one field (or, for the last three, a control of its own).
 enum class EntryList {

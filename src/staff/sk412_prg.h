@@ -12,6 +12,7 @@
 #include <span>
 
 #include "shell/session.h"
+#include "staff/detail_common.h"
 #include "store/record_layouts.h"
 #include "ui/dialogs.h"
 
@@ -28,23 +29,6 @@ struct PhoneParts {
 PhoneParts split_phone(const QString& stored);
 // "(" + trimmed code + ")" + trimmed number; a blank code leaves the number as it is.
 QString join_phone(const QString& code, const QString& number);
-
-// ---- shared by the detail forms of a staff member ----
-
-// What a key typed in a box does: the key that goes on into the box (0: dropped), and whether
-// the focus moves on to the next box.
-struct TypedKey {
-    int key_ascii = 0;
-    bool next_box = false;
-};
-// Enter moves on and is dropped; with capitals, "a" to "z" become "A" to "Z" (accented letters
-// stay as they are).
-TypedKey typed_key(int key_ascii, bool capitals);
-
-// Puts the edited copy of the master record in memory and writes it at the current record
-// number. When the write fails the user is told, the record in memory goes back to what it was
-// and false is returned.
-bool write_master_record(shell::Session& session, const store::Record& edited);
 
 // ---- the form ----
 

@@ -190,10 +190,10 @@ TypedKey BankingDetails::prs_data_key_press(int, int key_ascii) {
 }
 
 void BankingDetails::ja_nee_lys_click(int list, int row) {
-    if (list < 1 || list > 2 || row < 0 || row >= ja_nee_lys[list].items.size()) {
+    if (list < 1 || list > 2 || row < 0 || row >= ja_nee_lys[list].rows.size()) {
         return;
     }
-    prs_data[list == 1 ? 9 : 11] = ja_nee_lys[list].items[row];
+    prs_data[list == 1 ? 9 : 11] = ja_nee_lys[list].rows[row];
     ja_nee_lys[list].visible = false;
 }
 

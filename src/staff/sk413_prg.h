@@ -46,12 +46,6 @@ struct BankBox {
 // Every value of the form, boxes 1 to 14 in order.
 std::span<const BankBox> bank_boxes();
 
-// A small pop-up list beside a box.
-struct PopupList {
-    QStringList items;
-    bool visible = false;
-};
-
 class BankingDetails : public ui::ChildForm {
   public:
     static constexpr int kBoxes = 15;  // prs_data(1) to prs_data(14)
