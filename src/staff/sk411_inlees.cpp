@@ -358,6 +358,10 @@ void StaffEntry::form_load() {
     tool_tips.kopieer_na_bl = session_.tr(" Kopieer Personeellid na Beheerliggaam-databasis ",
                                           " Copy Staff member to Governing Body database ");
     kopieer_na_bl_caption = session_.tr("BL", "GB");
+    data_del_caption = session_.tr("VEE UIT", "DELETE");
+    data_aktiveer_caption = session_.tr("HERAKTIVEER", "RE-ACTIVATE");
+    opmerkings_caption = session_.tr("OPMERKINGS", "REMARKS");
+    alg_opsies_caption = session_.tr("MEER BESONDERHEDE", "MORE DETAILS");
     data_del_enabled = !session_.browse_mode;
 }
 

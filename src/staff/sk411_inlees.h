@@ -87,6 +87,8 @@ class StaffEntry : public ui::ChildForm {
     };
     ToolTips tool_tips;
     QString kopieer_na_bl_caption;
+    // The captions of the buttons that have none of their own on the old form's pictures.
+    QString data_del_caption, data_aktiveer_caption, opmerkings_caption, alg_opsies_caption;
     bool data_del_enabled = true;        // off in browse mode
     bool kopieer_na_bl_enabled = false;  // waits for the governing body register
     bool western_cape = false;           // field 15 is the typed CEMIS number

@@ -190,6 +190,8 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
     for (int i = 0; i < kEntryLists; ++i) {
         auto* l = new QListWidget(&dialog);
         l->setObjectName(QString::fromLatin1(list_name(static_cast<EntryList>(i))));
+        l->setFocusPolicy(Qt::NoFocus);  // a click on a row leaves the focus in the field
+        l->setMaximumHeight(l->fontMetrics().height() * 8 + 8);
         lists[static_cast<std::size_t>(i)] = l;
         QObject::connect(l, &QListWidget::itemClicked, &dialog,
                          [&entry, l, i](QListWidgetItem* it) {
@@ -283,6 +285,11 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
             levels[n]->setChecked(entry.kies_tipe_onderwys[n]);
         }
         level_group->setExclusive(true);
+        data_del->setText(entry.data_del_caption);
+        data_aktiveer->setText(entry.data_aktiveer_caption);
+        opmerkings->setText(entry.opmerkings_caption);
+        alg_opsies->setText(entry.alg_opsies_caption);
+        kopieer->setText(entry.kopieer_na_bl_caption);
         data_ok->setToolTip(entry.tool_tips.data_ok);
         data_del->setToolTip(entry.tool_tips.data_del);
         data_del->setEnabled(entry.data_del_enabled);
@@ -347,6 +354,10 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
     columns->addLayout(column(kLeftColumn, std::size(kLeftColumn)));
     columns->addLayout(column(kRightColumn, std::size(kRightColumn)));
     auto* appointment = new QVBoxLayout;
+    labels[26]->hide();  // the teaching level's caption is its frame's title
+    QListWidget* appointments = lists[static_cast<std::size_t>(EntryList::Tipe_aanstelling)];
+    appointments->setMaximumHeight(appointments->fontMetrics().height() * 4 + 8);
+    box(0)->setMaximumWidth(box(0)->fontMetrics().horizontalAdvance(u'W') * 3);
     appointment->addWidget(labels[17]);
     appointment->addWidget(lists[static_cast<std::size_t>(EntryList::Tipe_aanstelling)]);
     auto* options = new QHBoxLayout;
@@ -367,6 +378,7 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
     layout->addWidget(box(0));
     layout->addLayout(columns);
     layout->addLayout(options);
+    layout->addStretch();
     layout->addLayout(buttons);
 
     entry.form_activate();
