@@ -276,6 +276,43 @@ TEST_F(Entry, FillingShowsStoredCodesByTheirRules) {
     EXPECT_EQ(additional("10").int16(PRSADD["PD_KATEGORIE"]), 3);  // lifted and written
 }
 
+TEST_F(Entry, AWesternCapeSchoolTypesTheCemisNumberAndTheLuritsNumberIsShown) {
+    tree.session.school.province_code = "WC";
+    tree.session.open_file(Code::PRSLURITS);
+    Record& lurits = tree.session.working(Code::PRSLURITS);
+    lurits.clear();
+    lurits.set_text(PRSLURITS["LU_ID_NR"], "8001015009087");
+    lurits.set_text(PRSLURITS["LU_NR"], "123456789");
+    tree.session.append_record(Code::PRSLURITS);
+    auto reg = open_register();
+    edit(*reg, "10", [&](StaffEntry& e) {
+        EXPECT_EQ(e.prs_data[11], "123456789");
+        EXPECT_EQ(e.data_teks[20], "CEMIS-NOMMER");
+        e.prs_data_got_focus(15);  // typed, no list
+        for (const PopupList& l : e.lists) {
+            EXPECT_FALSE(l.visible);
+        }
+        e.prs_data_click(11);  // the LURITS number sends the focus to the post number
+        EXPECT_EQ(e.focus_field, 1);
+        e.prs_data[15] = "WC1234567";
+        EXPECT_TRUE(e.save_record());
+    });
+    EXPECT_EQ(additional("10").text(PRSADD["PD_CEMIS"]).trimmed(), "WC1234567");
+    EXPECT_EQ(master("10").text(PRSALG["PA_GEBREK"]).trimmed(), "");
+}
+
+TEST(BirthDates, IdNumbersOfEveryLength) {
+    EXPECT_EQ(birth_date_from_id("8001015009087"), "1980.01.01");
+    EXPECT_EQ(birth_date_from_id("0402295009087"), "2004.02.29");
+    EXPECT_EQ(birth_date_from_id("0502295009087"), "");  // no 29 February in 2005
+    EXPECT_EQ(birth_date_from_id("29123"), "");
+    EXPECT_EQ(birth_date_from_id("AB0101"), "");
+    QString id;
+    for (int length = 0; length <= 20; ++length, id += u'9') {
+        EXPECT_EQ(birth_date_from_id(id), "") << length;  // 999999 is no date either
+    }
+}
+
 TEST_F(Entry, IdNumberAndBirthDateFields) {
     auto reg = open_register();
     add_new(*reg, [&](StaffEntry& e) {
@@ -382,6 +419,21 @@ TEST_F(Entry, InactivateDeleteAndReactivate) {
     edit(*reg, "10", [&](StaffEntry& e) { e.data_del_click(); });
     EXPECT_EQ(tree.dialogs.texts().last(), "WIL U DIE REKORD PERMANENT VERWYDER ?");
     EXPECT_EQ(master("10").text(PRSALG["PA_AKTIEF"]), "D");
+}
+
+TEST_F(Entry, APostNumberThatCannotNameAFileIsKeptAsDataAndItsRemarksRefused) {
+    auto reg = open_register();
+    add_new(*reg, [&](StaffEntry& e) {
+        e.prs_data[1] = "..\\..";
+        EXPECT_TRUE(e.save_record());
+        e.opmerkings_click(false);
+    });
+    EXPECT_EQ(master("..\\..").text(PRSALG["PA_POS_NR"]), "..\\..");
+    EXPECT_FALSE(tree.dialogs.forms_shown().contains("teks_raam"));
+    EXPECT_TRUE(tree.dialogs.last_text().startsWith("POSNOMMER ..\\.. KAN NIE"));
+    // A good one opens the public remarks on a left click.
+    edit(*reg, "10", [&](StaffEntry& e) { e.opmerkings_click(false); });
+    EXPECT_TRUE(tree.dialogs.forms_shown().contains("teks_raam"));
 }
 
 TEST_F(Entry, TheChooserOpensTheDetailFormsAfterASave) {
