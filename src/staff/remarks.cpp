@@ -7,14 +7,6 @@
 
 namespace korvel::staff {
 
-namespace {
-
-QString bilingual(const shell::Session& session, const QString& afrikaans, const QString& english) {
-    return session.afrikaans ? afrikaans : english;
-}
-
-}  // namespace
-
 RemarksFrame::RemarksFrame(shell::Session& session, QString path, QString caption)
     : caption(std::move(caption)), path(std::move(path)), session_(session) {}
 
@@ -25,8 +17,7 @@ bool RemarksFrame::form_load() {
         const std::optional<QByteArray> bytes = session_.fs().read_all(path);
         if (!bytes) {
             session_.dialogs().message(
-                bilingual(
-                    session_,
+                session_.tr(
                     QStringLiteral("LêER ") + path + QStringLiteral(" KAN NIE GELEES WORD NIE ..."),
                     QStringLiteral("FILE ") + path + QStringLiteral(" CANNOT BE READ ...")),
                 ui::Icon::Critical);
@@ -41,11 +32,10 @@ bool RemarksFrame::form_load() {
 void RemarksFrame::teks_ok_click() {
     if (!session_.fs().write_all(path, shell::write_rtf(text))) {
         session_.dialogs().message(
-            bilingual(session_,
-                      QStringLiteral("OPMERKINGS KON NIE IN ") + path +
-                          QStringLiteral(" GESTOOR WORD NIE ... DIE VORIGE TEKS BLY BEHOU."),
-                      QStringLiteral("REMARKS COULD NOT BE SAVED IN ") + path +
-                          QStringLiteral(" ... THE PREVIOUS TEXT IS KEPT.")),
+            session_.tr(QStringLiteral("OPMERKINGS KON NIE IN ") + path +
+                            QStringLiteral(" GESTOOR WORD NIE ... DIE VORIGE TEKS BLY BEHOU."),
+                        QStringLiteral("REMARKS COULD NOT BE SAVED IN ") + path +
+                            QStringLiteral(" ... THE PREVIOUS TEXT IS KEPT.")),
             ui::Icon::Critical);
         return;
     }
@@ -80,11 +70,10 @@ void opmerkings_click(shell::Session& session, const QString& post, bool right_b
     const QString number = post.trimmed();
     if (!winpath::is_safe_file_component(number)) {
         session.dialogs().message(
-            bilingual(session,
-                      QStringLiteral("POSNOMMER ") + number +
-                          QStringLiteral(" KAN NIE IN 'N LêERNAAM GEBRUIK WORD NIE ..."),
-                      QStringLiteral("POST NUMBER ") + number +
-                          QStringLiteral(" CANNOT BE USED IN A FILE NAME ...")),
+            session.tr(QStringLiteral("POSNOMMER ") + number +
+                           QStringLiteral(" KAN NIE IN 'N LêERNAAM GEBRUIK WORD NIE ..."),
+                       QStringLiteral("POST NUMBER ") + number +
+                           QStringLiteral(" CANNOT BE USED IN A FILE NAME ...")),
             ui::Icon::Exclamation);
         return;
     }
@@ -94,8 +83,7 @@ void opmerkings_click(shell::Session& session, const QString& post, bool right_b
     const QString folder = remarks_folder(session);
     if (!session.fs().folder_exists(folder) && !session.fs().create_folder(folder)) {
         session.dialogs().message(
-            bilingual(
-                session,
+            session.tr(
                 QStringLiteral("GIDS ") + folder + QStringLiteral(" KAN NIE GESKEP WORD NIE ..."),
                 QStringLiteral("FOLDER ") + folder + QStringLiteral(" CANNOT BE CREATED ...")),
             ui::Icon::Critical);
@@ -106,11 +94,10 @@ void opmerkings_click(shell::Session& session, const QString& post, bool right_b
                          number;
     const QString caption =
         right_button
-            ? bilingual(session, QStringLiteral("PRIVAAT OPMERKINGS - "),
-                        QStringLiteral("PRIVATE REMARKS - ")) +
+            ? session.tr(QStringLiteral("PRIVAAT OPMERKINGS - "),
+                         QStringLiteral("PRIVATE REMARKS - ")) +
                   number
-            : bilingual(session, QStringLiteral("OPMERKINGS - "), QStringLiteral("REMARKS - ")) +
-                  number;
+            : session.tr(QStringLiteral("OPMERKINGS - "), QStringLiteral("REMARKS - ")) + number;
     RemarksFrame frame(session, winpath::join(folder, name), caption);
     if (frame.form_load()) {
         session.dialogs().show_modal(frame);

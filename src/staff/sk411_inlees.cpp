@@ -680,9 +680,8 @@ bool StaffEntry::save_record() {
     }
     if (is_new_ && owner_.upkeep.prs_lys.contains(post)) {
         session_.dialogs().message(
-            session_.afrikaans
-                ? S("POSNOMMER ") + post + S(" REEDS OP LêER ... VERSOEK GEWEIER!")
-                : S("POST NUMBER ") + post + S(" ALREADY EXIST ... REQUEST DENIED!"));
+            session_.tr(S("POSNOMMER ") + post + S(" REEDS OP LêER ... VERSOEK GEWEIER!"),
+                        S("POST NUMBER ") + post + S(" ALREADY EXIST ... REQUEST DENIED!")));
         return false;
     }
     if (session_.browse_mode) {

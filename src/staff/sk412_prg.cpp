@@ -111,8 +111,7 @@ void AddressFamily::form_load() {
     prs_data.fill(QString());
     data_teks.fill(QString());
     for (const AddressBox& b : kAddressBoxes) {
-        data_teks[b.box] =
-            session_.afrikaans ? QString::fromUtf8(b.afrikaans) : QString::fromUtf8(b.english);
+        data_teks[b.box] = session_.tr(b.afrikaans, b.english);
         if (b.field->type == FieldType::Date) {
             // The empty date shows as a blank box.
             prs_data[b.box] = shell::date_to_text(r.date(*b.field, b.slot).value_or(QDate()));

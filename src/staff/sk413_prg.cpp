@@ -160,8 +160,7 @@ void BankingDetails::form_load() {
     ja_nee_lys[1] = {rows, false};
     ja_nee_lys[2] = {rows, false};
     for (const BankBox& b : kBankBoxes) {
-        data_teks[b.box] =
-            session_.afrikaans ? QString::fromUtf8(b.afrikaans) : QString::fromUtf8(b.english);
+        data_teks[b.box] = session_.tr(b.afrikaans, b.english);
         prs_data[b.box] = b.field->type == FieldType::Int16
                               ? format_amount_mask(QString::number(r.int16(*b.field)), true)
                               : r.text(*b.field).trimmed();

@@ -101,6 +101,9 @@ class Store {
 
     // The text of the language in use.
     QString tr(const char* afrikaans_text, const char* english_text) const;
+    QString tr(const QString& afrikaans_text, const QString& english_text) const {
+        return afrikaans ? afrikaans_text : english_text;
+    }
 
     // ---- the handle pool ----
     HandlePool& pool() { return pool_; }
