@@ -6,6 +6,8 @@ JOBS ?= $(shell nproc)
 SANITIZE ?= 0
 FUZZ_SECONDS ?= 15
 DEMO_DIR ?= $(CURDIR)/.demo
+# Paths below the checkout hash alike in every clone, so a compiler cache serves them all.
+export CCACHE_BASEDIR ?= $(CURDIR)
 
 ifeq ($(SANITIZE),1)
 BUILD_DIR ?= build-sanitize

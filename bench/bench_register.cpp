@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "shell/session.h"
-#include "staff/sk411_prg.h"
+#include "staff/staff_register.h"
 #include "ui/scripted_dialogs.h"
 
 using namespace korvel;

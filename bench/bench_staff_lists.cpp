@@ -16,7 +16,7 @@
 #include "reports/painter_device.h"
 #include "reports/recording_device.h"
 #include "reports/school_report.h"
-#include "reports/sk421_prg.h"
+#include "reports/staff_lists.h"
 #include "shell/demo_tree.h"
 #include "shell/school.h"
 #include "shell/session.h"
@@ -39,7 +39,8 @@ struct Tree {
     std::unique_ptr<shell::Session> session;
 
     Tree() {
-        shell::write_demo_tree(dir.path(), kYear);
+        ui::UnattendedDialogs demo_answers;
+        shell::write_demo_tree(dir.path(), kYear, demo_answers);
         session = shell::Session::on_drive(
             dialogs, platform::DriveMap::explicit_map({{QStringLiteral("C:"), dir.path()}}),
             QStringLiteral("C:"), QString::number(kYear));
@@ -107,7 +108,7 @@ void BM_StaffListGrid(benchmark::State& state) {
     for (auto _ : state) {
         RecordingDevice device;
         PrintJob job(device, t.dialogs, report_school(*t.session), true);
-        Sk421Prg form(*t.session, job, kStaffListOption);
+        StaffLists form(*t.session, job, kStaffListOption);
         form.form_load();
         PrintGrid grid = form.staff_list_grid();
         benchmark::DoNotOptimize(grid.rows());
@@ -124,7 +125,7 @@ void BM_StaffListToPdf(benchmark::State& state) {
     for (auto _ : state) {
         PdfDevice pdf(out.filePath(QStringLiteral("personeellys.pdf")));
         PrintJob job(pdf, t.dialogs, report_school(*t.session), true);
-        Sk421Prg form(*t.session, job, kStaffListOption);
+        StaffLists form(*t.session, job, kStaffListOption);
         form.form_load();
         form.choose_target = [](PrintJob& j) {
             j.print_setup();
@@ -143,7 +144,7 @@ void BM_StaffListToWorkbook(benchmark::State& state) {
     for (auto _ : state) {
         RecordingDevice device;
         PrintJob job(device, t.dialogs, report_school(*t.session), true);
-        Sk421Prg form(*t.session, job, kStaffListOption);
+        StaffLists form(*t.session, job, kStaffListOption);
         form.form_load();
         form.choose_target = [&](PrintJob& j) {
             j.begin_spreadsheet(out.path(), QStringLiteral("personeellys"));
@@ -168,7 +169,7 @@ void libreoffice_convert(benchmark::State& state, const char* to) {
     {
         RecordingDevice device;
         PrintJob job(device, t.dialogs, report_school(*t.session), true);
-        Sk421Prg form(*t.session, job, kStaffListOption);
+        StaffLists form(*t.session, job, kStaffListOption);
         form.form_load();
         const PrintGrid grid = form.staff_list_grid();
         QFile csv(out.filePath(QStringLiteral("personeellys.csv")));

@@ -13,6 +13,7 @@ packages=(
   poppler-utils python3-openpyxl
   libreoffice-writer-nogui
   xvfb xauth
+  ccache
 )
 
 missing=()

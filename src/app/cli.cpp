@@ -89,7 +89,9 @@ int demo(const QStringList& args, QTextStream& out, QTextStream& err) {
         err << "korvel-cli: cannot make " << root << "\n";
         return 1;
     }
-    const shell::DemoSummary s = shell::write_demo_tree(root, QDate::currentDate().year());
+    ui::UnattendedDialogs demo_answers;
+    const shell::DemoSummary s =
+        shell::write_demo_tree(root, QDate::currentDate().year(), demo_answers);
     out << "demo data tree: " << root << "\n"
         << "drive: " << s.drive << " = " << root << "\n"
         << "ledger year: " << s.year << "\n"

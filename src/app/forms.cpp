@@ -1,6 +1,6 @@
 #include "app/forms.h"
 
-#include "staff/sk411_prg_form.h"
+#include "staff/staff_register_form.h"
 
 namespace korvel::app {
 

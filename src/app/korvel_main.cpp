@@ -5,18 +5,23 @@
 
 #include "app/desktop.h"
 #include "app/forms.h"
-#include "attendance/child_forms.h"
+#include "attendance/attendance_register_form.h"
+#include "attendance/leave_capture_form.h"
+#include "attendance/reason_codes_form.h"
 #include "platform/drive_map.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
 #include "platform/single_instance.h"
+#include "reports/print_menu_form.h"
+#include "reports/staff_lists_form.h"
 #include "shell/session.h"
 #include "shell/startup.h"
-#include "staff/detail_forms.h"
+#include "staff/address_family_form.h"
+#include "staff/banking_form.h"
+#include "staff/detail_chooser_form.h"
 #include "staff/remarks_form.h"
-#include "staff/sk411_inlees_form.h"
+#include "staff/staff_entry_form.h"
 #include "ui/qt_dialogs.h"
-#include "ui/staff_list_forms.h"
 
 using namespace korvel;
 
@@ -24,10 +29,15 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("KORVEL"));
     ui::QtDialogs dialogs;
-    attendance::register_child_forms(dialogs);
-    ui::register_staff_list_forms(dialogs);
-    staff::register_entry_forms(dialogs);
-    staff::register_detail_forms(dialogs);
+    attendance::register_attendance_register_form(dialogs);
+    attendance::register_reason_codes_form(dialogs);
+    attendance::register_leave_capture_form(dialogs);
+    reports::register_print_menu_form(dialogs);
+    reports::register_staff_lists_form(dialogs);
+    staff::register_staff_entry_form(dialogs);
+    staff::register_detail_chooser_form(dialogs);
+    staff::register_address_family_form(dialogs);
+    staff::register_banking_form(dialogs);
     staff::register_remarks_form(dialogs);
     platform::DriveMap drives = platform::DriveMap::from_environment();
     shell::Session session(dialogs, drives);

@@ -14,7 +14,7 @@
 #include "attendance/cell_grid.h"
 #include "attendance/month_calendar.h"
 #include "attendance/reason_codes.h"
-#include "ui/dialogs.h"
+#include "platform/dialogs.h"
 
 namespace korvel::attendance {
 

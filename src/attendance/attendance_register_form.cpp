@@ -1,4 +1,4 @@
-#include "attendance/attendance_form.h"
+#include "attendance/attendance_register_form.h"
 
 #include <QContextMenuEvent>
 #include <QCursor>
@@ -10,9 +10,9 @@
 
 #include "attendance/code_list_print.h"
 #include "reports/print_target.h"
+#include "reports/print_target_host.h"
 #include "reports/school_report.h"
 #include "shell/form_header.h"
-#include "ui/print_target_host.h"
 
 namespace korvel::attendance {
 
@@ -35,7 +35,8 @@ void fill_list(QListWidget* widget, const ListBox& list) {
 
 }  // namespace
 
-AttendanceForm::AttendanceForm(shell::Session& session, bool educators, QWidget* parent)
+AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool educators,
+                                               QWidget* parent)
     : QDialog(parent), register_(session, educators) {
     setObjectName(QStringLiteral("sk417_prg"));
     resize(1200, 650);
@@ -147,11 +148,11 @@ AttendanceForm::AttendanceForm(shell::Session& session, bool educators, QWidget*
 
     // The reason list prints to the target the print target form chooses.
     register_.print_code_list = [this, &session](const CodeListPrint& list) {
-        ui::QtPrintTargetHost host(this);
+        reports::QtPrintTargetHost host(this);
         reports::PrintJob job(host.job_device(), session.dialogs(), reports::report_school(session),
                               session.afrikaans);
         job.general_year_folder = session.fs().native(session.folders.general_year);
-        ui::QtPrintProgress progress(this);
+        reports::QtPrintProgress progress(this);
         job.progress = &progress;
         if (reports::ask_print_target(job, host,
                                       session.fs().native(session.folders.workstation))) {
@@ -173,7 +174,7 @@ AttendanceForm::AttendanceForm(shell::Session& session, bool educators, QWidget*
     refresh();
 }
 
-void AttendanceForm::refresh() {
+void AttendanceRegisterForm::refresh() {
     setWindowTitle(register_.caption);
     fill_list(maand_lys_, register_.maand_lys);
     fill_list(kode_lys_, register_.kode_lys);
@@ -220,7 +221,7 @@ void AttendanceForm::refresh() {
     }
 }
 
-void AttendanceForm::show_calendar_options(const QPoint& global) {
+void AttendanceRegisterForm::show_calendar_options(const QPoint& global) {
     const ListBox& options = register_.calendar.mk_opsies;
     if (!options.visible || options.items.empty()) {
         return;
@@ -236,12 +237,12 @@ void AttendanceForm::show_calendar_options(const QPoint& global) {
     menu.exec(global);
 }
 
-void AttendanceForm::choose_option(int index) {
+void AttendanceRegisterForm::choose_option(int index) {
     register_.ag_opsies_click(index);
     refresh();
 }
 
-void AttendanceForm::show_options(const QPoint& global) {
+void AttendanceRegisterForm::show_options(const QPoint& global) {
     if (!register_.ag_opsies.visible || register_.ag_opsies.items.empty()) {
         return;
     }
@@ -254,7 +255,7 @@ void AttendanceForm::show_options(const QPoint& global) {
     menu.exec(global);
 }
 
-bool AttendanceForm::eventFilter(QObject* watched, QEvent* event) {
+bool AttendanceRegisterForm::eventFilter(QObject* watched, QEvent* event) {
     if (watched == afw_grid_->viewport() && event->type() == QEvent::ContextMenu) {
         auto* e = static_cast<QContextMenuEvent*>(event);
         const QModelIndex at = afw_grid_->indexAt(e->pos());
@@ -285,7 +286,7 @@ bool AttendanceForm::eventFilter(QObject* watched, QEvent* event) {
     return QDialog::eventFilter(watched, event);
 }
 
-void AttendanceForm::leave() {
+void AttendanceRegisterForm::leave() {
     register_.staff_exit_click();  // a grid is saved and the month list shows again
     if (register_.closed) {
         accept();
@@ -294,13 +295,21 @@ void AttendanceForm::leave() {
     refresh();
 }
 
-void AttendanceForm::reject() {
+void AttendanceRegisterForm::reject() {
     // The exit saves; from the month list it closes the form.
     if (register_.grid_shown) {
         register_.staff_exit_click();
     }
     register_.staff_exit_click();
     QDialog::reject();
+}
+
+void register_attendance_register_form(ui::QtDialogs& dialogs) {
+    dialogs.register_form(QStringLiteral("sk417_prg"), [](ui::ChildForm& f, QWidget* p) {
+        auto& request = static_cast<AttendanceRequest&>(f);
+        AttendanceRegisterForm form(request.session, request.educators, p);
+        form.exec();
+    });
 }
 
 }  // namespace korvel::attendance

@@ -8,13 +8,14 @@
 #include <QTableWidget>
 
 #include "attendance/attendance_register.h"
+#include "ui/qt_dialogs.h"
 
 namespace korvel::attendance {
 
-class AttendanceForm : public QDialog {
+class AttendanceRegisterForm : public QDialog {
     Q_OBJECT
   public:
-    AttendanceForm(shell::Session& session, bool educators, QWidget* parent = nullptr);
+    AttendanceRegisterForm(shell::Session& session, bool educators, QWidget* parent = nullptr);
     AttendanceRegister& behaviour() { return register_; }
     void refresh();
     QTableWidget* grid() { return afw_grid_; }
@@ -44,5 +45,8 @@ class AttendanceForm : public QDialog {
     QWidget* maand_kalender_raam_;
     QTableWidget* maand_kalender_;
 };
+
+// Registers the register as the modal child form sk417_prg the staff side opens.
+void register_attendance_register_form(ui::QtDialogs& dialogs);
 
 }  // namespace korvel::attendance

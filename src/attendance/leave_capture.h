@@ -9,7 +9,7 @@
 #include <array>
 
 #include "attendance/attendance_common.h"
-#include "ui/dialogs.h"
+#include "platform/dialogs.h"
 
 namespace korvel::attendance {
 

@@ -12,8 +12,8 @@
 
 #include "attendance/attendance_common.h"
 #include "attendance/cell_grid.h"
+#include "platform/dialogs.h"
 #include "store/default_reasons.h"
-#include "ui/dialogs.h"
 
 namespace korvel::attendance {
 

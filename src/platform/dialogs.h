@@ -3,7 +3,7 @@
 // that behaviour runs without a display: the Qt implementation shows real dialogs, the
 // scripted one answers as a test says, the unattended one serves the command line.
 //
-// This header uses QtCore only; the store and the shell include it.
+// This header uses QtCore only and sits below the store, which shows its messages through it.
 
 #include <QDate>
 #include <QString>

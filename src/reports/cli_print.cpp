@@ -11,7 +11,7 @@
 #include "reports/painter_device.h"
 #include "reports/recording_device.h"
 #include "reports/school_report.h"
-#include "reports/sk421_prg.h"
+#include "reports/staff_lists.h"
 #include "shell/session.h"
 #include "shell/startup.h"
 #include "ui/scripted_dialogs.h"
@@ -177,7 +177,7 @@ std::optional<PrintOptions> parse(const QStringList& args, QString* why) {
 }
 
 // The entry of the list with the post number; -1 when there is none.
-int entry_of(const Sk421Prg& form, const QString& post) {
+int entry_of(const StaffLists& form, const QString& post) {
     for (size_t i = 0; i < form.prs_lys.size(); ++i)
         if (form.prs_lys[i].post.compare(post.trimmed(), Qt::CaseInsensitive) == 0)
             return int(i);
@@ -222,7 +222,7 @@ int run(const PrintOptions& o, QTextStream& out, QTextStream& err) {
         device = std::make_unique<RecordingDevice>();
     PrintJob job(*device, dialogs, report_school(session), session.afrikaans);
 
-    Sk421Prg form(session, job, o.option);
+    StaffLists form(session, job, o.option);
     form.form_load();
     if (!o.from_post.isEmpty() || !o.to_post.isEmpty()) {
         for (int end : {1, 2}) {

@@ -1,6 +1,6 @@
-#include "reports/staff_kies_druk.h"
+#include "reports/print_menu.h"
 
-#include "reports/sk421_prg.h"
+#include "reports/staff_lists.h"
 #include "shell/session.h"
 
 namespace korvel::reports {
@@ -34,7 +34,7 @@ constexpr ButtonText kButtons[kPrintMenuButtons] = {
 
 }  // namespace
 
-StaffKiesDruk::StaffKiesDruk(bool afrikaans) : afrikaans_(afrikaans) {
+PrintMenu::PrintMenu(bool afrikaans) : afrikaans_(afrikaans) {
     for (int i = 1; i <= kPrintMenuButtons; ++i) {
         const ButtonText& b = kButtons[i - 1];
         PrintMenuButton& button = pr_option[size_t(i)];
@@ -44,7 +44,7 @@ StaffKiesDruk::StaffKiesDruk(bool afrikaans) : afrikaans_(afrikaans) {
     }
 }
 
-void StaffKiesDruk::set_opener(int index, Opener opener) {
+void PrintMenu::set_opener(int index, Opener opener) {
     if (index < 1 || index > kPrintMenuButtons)
         return;
     openers_[size_t(index)] = std::move(opener);
@@ -52,7 +52,7 @@ void StaffKiesDruk::set_opener(int index, Opener opener) {
         bool(openers_[size_t(index)]) || pr_option[size_t(index)].form.isEmpty();
 }
 
-void StaffKiesDruk::form_load() {
+void PrintMenu::form_load() {
     auto t = [this](const char* af, const char* en) {
         return QString::fromUtf8(afrikaans_ ? af : en);
     };
@@ -69,12 +69,12 @@ void StaffKiesDruk::form_load() {
     visible = true;
 }
 
-void StaffKiesDruk::enable_all(bool on) {
+void PrintMenu::enable_all(bool on) {
     for (int i = 1; i <= kPrintMenuButtons; ++i)
         pr_option[size_t(i)].enabled = on && pr_option[size_t(i)].available;
 }
 
-void StaffKiesDruk::pr_option_click(int index) {
+void PrintMenu::pr_option_click(int index) {
     if (index < 1 || index > kPrintMenuButtons || !pr_option[size_t(index)].enabled)
         return;
     noted_option = index;
@@ -84,12 +84,12 @@ void StaffKiesDruk::pr_option_click(int index) {
     enable_all(true);
 }
 
-void register_staff_lists(StaffKiesDruk& menu, shell::Session& session, PrintJob& job,
+void register_staff_lists(PrintMenu& menu, shell::Session& session, PrintJob& job,
                           PrintTargetHost* host) {
     // Button 1 to 4 open sk421_prg on the option of the same number.
     for (int i = kStaffListOption; i <= kStaffDetailsOption; ++i) {
         menu.set_opener(i, [&session, &job, host](int option) {
-            Sk421Prg form(session, job, option, host);
+            StaffLists form(session, job, option, host);
             form.form_load();
             session.dialogs().show_modal(form);
             form.exit_click();

@@ -11,7 +11,7 @@
 #include <array>
 #include <functional>
 
-#include "ui/dialogs.h"
+#include "platform/dialogs.h"
 
 namespace korvel::shell {
 class Session;
@@ -27,18 +27,18 @@ inline constexpr int kPrintMenuGroups = 6;
 
 struct PrintMenuButton {
     QString caption;
-    int group = 0;           // index into StaffKiesDruk::group_captions
+    int group = 0;           // index into PrintMenu::group_captions
     QString form;            // the form it opens; blank when none
     bool available = false;  // the form is in this build (or none is needed)
     bool enabled = false;
 };
 
-class StaffKiesDruk : public ui::ChildForm {
+class PrintMenu : public ui::ChildForm {
   public:
     // Runs a form for the option of its button and returns when the form has closed.
     using Opener = std::function<void(int option)>;
 
-    explicit StaffKiesDruk(bool afrikaans);
+    explicit PrintMenu(bool afrikaans);
 
     QString form_name() const override { return QStringLiteral("staff_kies_druk"); }
 
@@ -64,7 +64,7 @@ class StaffKiesDruk : public ui::ChildForm {
 
 // The openers of this library's forms: buttons 1 to 4 run sk421_prg on its option, shown
 // through the session's dialogs. The job and host must outlive the menu.
-void register_staff_lists(StaffKiesDruk& menu, shell::Session& session, PrintJob& job,
+void register_staff_lists(PrintMenu& menu, shell::Session& session, PrintJob& job,
                           PrintTargetHost* host);
 
 }  // namespace korvel::reports

@@ -26,22 +26,22 @@ bool write_last_folder(const QString& native_file, const QString& folder) {
     return quoted::write_file(native_file, w.bytes());
 }
 
-KiesDrukker::KiesDrukker(PrintJob& job, PrintTargetHost& host, QString workstation_folder)
+PrintTarget::PrintTarget(PrintJob& job, PrintTargetHost& host, QString workstation_folder)
     : job_(job), host_(host), workstation_folder_(std::move(workstation_folder)) {}
 
-void KiesDrukker::fill_device_texts() {
+void PrintTarget::fill_device_texts() {
     drukker_naam = job_.device().device_name();
     druk_ok_tip =
         job_.text(QStringLiteral(" Druk na "), QStringLiteral(" Print to ")) + drukker_naam;
 }
 
-void KiesDrukker::mark_colour(bool colour) {
+void PrintTarget::mark_colour(bool colour) {
     job_.state.colour_printing = colour;
     kies_kleur_red = colour;
     kies_mono_red = !colour;
 }
 
-void KiesDrukker::form_load() {
+void PrintTarget::form_load() {
     visible = true;
     print_confirmed = false;
     ending = Ending::None;
@@ -67,12 +67,12 @@ void KiesDrukker::form_load() {
     mark_colour(colour);
 }
 
-void KiesDrukker::close(Ending how) {
+void PrintTarget::close(Ending how) {
     ending = how;
     visible = false;
 }
 
-void KiesDrukker::druk_ok_click() {
+void PrintTarget::druk_ok_click() {
     if (!job_.general_year_folder.isEmpty() && QFileInfo(job_.general_year_folder).isDir())
         write_colour_printing(job_.general_year_folder, job_.state.colour_printing);
     const bool colour = job_.state.colour_printing;
@@ -86,18 +86,18 @@ void KiesDrukker::druk_ok_click() {
     close(Ending::Print);
 }
 
-void KiesDrukker::druk_stop_click() {
+void PrintTarget::druk_stop_click() {
     print_confirmed = false;
     job_.device().abandon();
     close(Ending::Cancel);
 }
 
-void KiesDrukker::form_close() {
+void PrintTarget::form_close() {
     if (visible)
         druk_stop_click();
 }
 
-void KiesDrukker::druk_wysig_click() {
+void PrintTarget::druk_wysig_click() {
     host_.choose_printer(job_);
     fill_device_texts();
     if (job_.device().colour_mode() == 1)
@@ -106,15 +106,15 @@ void KiesDrukker::druk_wysig_click() {
         job_.progress->set_page(job_.device().page());
 }
 
-void KiesDrukker::kies_kleur_click() {
+void PrintTarget::kies_kleur_click() {
     mark_colour(job_.device().colour_mode() != 1);
 }
 
-void KiesDrukker::kies_mono_click() {
+void PrintTarget::kies_mono_click() {
     mark_colour(false);
 }
 
-bool KiesDrukker::ask_folder_and_name(const QString& gids_file, const QString& folder_caption,
+bool PrintTarget::ask_folder_and_name(const QString& gids_file, const QString& folder_caption,
                                       const QString& name_caption, QString* folder, QString* name) {
     const QString gids_path =
         workstation_folder_.isEmpty() ? QString() : QDir(workstation_folder_).filePath(gids_file);
@@ -142,7 +142,7 @@ bool KiesDrukker::ask_folder_and_name(const QString& gids_file, const QString& f
     return true;
 }
 
-void KiesDrukker::kies_excel_click() {
+void PrintTarget::kies_excel_click() {
     print_confirmed = false;
     job_.device().end_doc();
     job_.state.to_spreadsheet = true;
@@ -163,7 +163,7 @@ void KiesDrukker::kies_excel_click() {
     close(Ending::Excel);
 }
 
-void KiesDrukker::kies_html_click() {
+void PrintTarget::kies_html_click() {
     print_confirmed = true;
     job_.state.to_html = true;
     QString folder, name;
@@ -181,24 +181,24 @@ bool ask_print_target(PrintJob& job, PrintTargetHost& host, const QString& works
     job.device().end_doc();
     job.state.to_spreadsheet = false;
     job.state.to_html = false;
-    KiesDrukker form(job, host, workstation_folder);
+    PrintTarget form(job, host, workstation_folder);
     form.form_load();
     host.show_modal(form);
     if (form.visible)
         form.form_close();
     switch (form.ending) {
-        case KiesDrukker::Ending::Print:
-        case KiesDrukker::Ending::Html:
+        case PrintTarget::Ending::Print:
+        case PrintTarget::Ending::Html:
             job.print_setup();
             if (job.progress)
                 job.progress->set_page(0);
             job.state.page_pending = true;
             return true;
-        case KiesDrukker::Ending::Excel:
+        case PrintTarget::Ending::Excel:
             job.device().abandon();
             return true;
-        case KiesDrukker::Ending::Cancel:
-        case KiesDrukker::Ending::None:
+        case PrintTarget::Ending::Cancel:
+        case PrintTarget::Ending::None:
             break;
     }
     return false;

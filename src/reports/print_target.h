@@ -1,7 +1,7 @@
 #pragma once
 // Where a report goes: the behaviour of the form kies_drukker (print, in colour or in black,
 // another printer, an Excel workbook, the HTML button) and ask_print_target, which shows it.
-// The Qt form (ui/kies_drukker_form) binds its buttons to KiesDrukker and stays thin.
+// The Qt form (ui/kies_drukker_form) binds its buttons to PrintTarget and stays thin.
 
 #include <QString>
 
@@ -9,7 +9,7 @@
 
 namespace korvel::reports {
 
-class KiesDrukker;
+class PrintTarget;
 
 // What the print target needs of the windowing side: showing the form modally, and the
 // system's print dialog. The Qt side implements it; a test scripts it.
@@ -18,7 +18,7 @@ class PrintTargetHost {
     virtual ~PrintTargetHost() = default;
     // Shows the form until its behaviour closes it (or the user closes the window, which is
     // a cancel).
-    virtual void show_modal(KiesDrukker& form) = 0;
+    virtual void show_modal(PrintTarget& form) = 0;
     // The system's print dialog. True when a printer was chosen; the host may then have put
     // another device in the job.
     virtual bool choose_printer(PrintJob& job) = 0;
@@ -29,12 +29,12 @@ class PrintTargetHost {
 QString read_last_folder(const QString& native_file);
 bool write_last_folder(const QString& native_file, const QString& folder);
 
-class KiesDrukker {
+class PrintTarget {
   public:
     enum class Ending { None, Print, Cancel, Excel, Html };
 
     // workstation_folder (native) holds excel_uitvoer_gids and html_uitvoer_gids.
-    KiesDrukker(PrintJob& job, PrintTargetHost& host, QString workstation_folder);
+    PrintTarget(PrintJob& job, PrintTargetHost& host, QString workstation_folder);
 
     // The form's values.
     QString drukwerk_naam;  // the report's name

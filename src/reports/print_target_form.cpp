@@ -1,10 +1,10 @@
-#include "ui/kies_drukker_form.h"
+#include "reports/print_target_form.h"
 
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
 
-namespace korvel::ui {
+namespace korvel::reports {
 
 namespace {
 
@@ -15,7 +15,7 @@ void paint_selected(QPushButton* button, bool red) {
 
 }  // namespace
 
-KiesDrukkerForm::KiesDrukkerForm(reports::KiesDrukker& behaviour, QWidget* parent)
+PrintTargetForm::PrintTargetForm(PrintTarget& behaviour, QWidget* parent)
     : QDialog(parent), behaviour_(behaviour) {
     setObjectName(QStringLiteral("kies_drukker"));
     setModal(true);
@@ -64,14 +64,14 @@ KiesDrukkerForm::KiesDrukkerForm(reports::KiesDrukker& behaviour, QWidget* paren
     refresh();
 }
 
-void KiesDrukkerForm::bind(QPushButton* button, std::function<void()> event) {
+void PrintTargetForm::bind(QPushButton* button, std::function<void()> event) {
     connect(button, &QPushButton::clicked, this, [this, event = std::move(event)] {
         event();
         refresh();
     });
 }
 
-void KiesDrukkerForm::refresh() {
+void PrintTargetForm::refresh() {
     setWindowTitle(behaviour_.drukwerk_naam);
     drukwerk_naam->setText(behaviour_.drukwerk_naam);
     drukker_naam->setText(behaviour_.drukker_naam);
@@ -91,9 +91,9 @@ void KiesDrukkerForm::refresh() {
         accept();
 }
 
-void KiesDrukkerForm::reject() {
+void PrintTargetForm::reject() {
     behaviour_.form_close();
     QDialog::reject();
 }
 
-}  // namespace korvel::ui
+}  // namespace korvel::reports

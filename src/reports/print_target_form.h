@@ -1,6 +1,6 @@
 #pragma once
 // The form kies_drukker: where a report goes. Thin: every button calls the behaviour class
-// reports::KiesDrukker and the form shows its values again.
+// PrintTarget and the form shows its values again.
 
 #include <QDialog>
 #include <functional>
@@ -10,12 +10,12 @@
 class QLabel;
 class QPushButton;
 
-namespace korvel::ui {
+namespace korvel::reports {
 
-class KiesDrukkerForm : public QDialog {
+class PrintTargetForm : public QDialog {
     Q_OBJECT
   public:
-    KiesDrukkerForm(reports::KiesDrukker& behaviour, QWidget* parent = nullptr);
+    PrintTargetForm(PrintTarget& behaviour, QWidget* parent = nullptr);
 
     QPushButton* druk_ok = nullptr;
     QPushButton* druk_stop = nullptr;
@@ -35,7 +35,7 @@ class KiesDrukkerForm : public QDialog {
     void refresh();
     void bind(QPushButton* button, std::function<void()> event);
 
-    reports::KiesDrukker& behaviour_;
+    PrintTarget& behaviour_;
 };
 
-}  // namespace korvel::ui
+}  // namespace korvel::reports

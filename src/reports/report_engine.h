@@ -12,9 +12,9 @@
 #include <functional>
 #include <memory>
 
+#include "platform/dialogs.h"
 #include "reports/print_device.h"
 #include "reports/workbook.h"
-#include "ui/dialogs.h"
 
 namespace korvel::reports {
 

@@ -1,4 +1,4 @@
-#include "reports/sk421_prg.h"
+#include "reports/staff_lists.h"
 
 #include <QHash>
 #include <algorithm>
@@ -69,35 +69,36 @@ void sort_rows_on(std::vector<QStringList>& rows, int col) {
 
 }  // namespace
 
-Sk421Prg::Sk421Prg(shell::Session& session, PrintJob& job, int option_index, PrintTargetHost* host)
+StaffLists::StaffLists(shell::Session& session, PrintJob& job, int option_index,
+                       PrintTargetHost* host)
     : option(option_index), s_(session), job_(job), host_(host) {}
 
-Sk421Prg::~Sk421Prg() {
+StaffLists::~StaffLists() {
     close_files();
 }
 
-QString Sk421Prg::tr(const char* af, const char* en) const {
+QString StaffLists::tr(const char* af, const char* en) const {
     return s_.afrikaans ? S(af) : S(en);
 }
 
-bool Sk421Prg::western_cape() const {
+bool StaffLists::western_cape() const {
     return s_.school.province_code.trimmed().toUpper() == u"WC";
 }
 
-void Sk421Prg::open_files() {
+void StaffLists::open_files() {
     for (Code c : {Code::PRSALG, Code::PRSADD, Code::PRSLURITS}) {
         if (!s_.is_open(c) && s_.open_file(c, s_.folders.staff))
             opened_.push_back(int(c));
     }
 }
 
-void Sk421Prg::close_files() {
+void StaffLists::close_files() {
     for (int c : opened_)
         s_.close_file(Code(c));
     opened_.clear();
 }
 
-void Sk421Prg::form_load() {
+void StaffLists::form_load() {
     job_.afrikaans = s_.afrikaans;
     caption = tr("PERSONEELBESONDERHEDE", "STAFF DETAILS");
     pos_teks[1] = tr("Van POS/NAAM", "From POST/NAME");
@@ -125,21 +126,22 @@ void Sk421Prg::form_load() {
             return;
         prs_lys.push_back({post, number, post.leftJustified(6) + list_name(r)});
     });
-    std::stable_sort(prs_lys.begin(), prs_lys.end(), [](const StaffEntry& a, const StaffEntry& b) {
-        return a.post.toUpper() < b.post.toUpper();
-    });
+    std::stable_sort(prs_lys.begin(), prs_lys.end(),
+                     [](const StaffListEntry& a, const StaffListEntry& b) {
+                         return a.post.toUpper() < b.post.toUpper();
+                     });
     pos_data[1] = prs_lys.empty() ? QString() : prs_lys.front().text;
     pos_data[2] = prs_lys.empty() ? QString() : prs_lys.back().text;
     pos_focus = 1;
     visible = true;
 }
 
-void Sk421Prg::pos_data_got_focus(int index) {
+void StaffLists::pos_data_got_focus(int index) {
     if (index == 1 || index == 2)
         pos_focus = index;
 }
 
-void Sk421Prg::prs_lys_click(int row) {
+void StaffLists::prs_lys_click(int row) {
     if (row < 0 || row >= int(prs_lys.size()))
         return;
     pos_data[size_t(pos_focus)] = prs_lys[size_t(row)].text;
@@ -147,12 +149,12 @@ void Sk421Prg::prs_lys_click(int row) {
         pos_focus = 2;
 }
 
-void Sk421Prg::exit_click() {
+void StaffLists::exit_click() {
     close_files();
     visible = false;
 }
 
-void Sk421Prg::kr_ok_click() {
+void StaffLists::kr_ok_click() {
     switch (option) {
         case kStaffListOption:
             print_staff_list();
@@ -171,17 +173,17 @@ void Sk421Prg::kr_ok_click() {
     }
 }
 
-void Sk421Prg::vj_ok_click() {
+void StaffLists::vj_ok_click() {
     print_birthday_list();
 }
 
-void Sk421Prg::slegs_ouderdomslys_click() {
+void StaffLists::slegs_ouderdomslys_click() {
     print_age_list();
 }
 
 // ---- the selection --------------------------------------------------------------------------
 
-std::vector<int> Sk421Prg::selected_records() {
+std::vector<int> StaffLists::selected_records() {
     open_files();
     // The range runs from the entry in pos_data(1) to the one in pos_data(2); an entry not in
     // the list leaves that end open.
@@ -217,7 +219,7 @@ std::vector<int> Sk421Prg::selected_records() {
     return out;
 }
 
-void Sk421Prg::load_companions() {
+void StaffLists::load_companions() {
     if (companions_loaded_)
         return;
     open_files();
@@ -242,23 +244,23 @@ void Sk421Prg::load_companions() {
     companions_loaded_ = true;
 }
 
-QString Sk421Prg::lurits_of(const QString& id) {
+QString StaffLists::lurits_of(const QString& id) {
     load_companions();
     const QString key = id.trimmed();
     return key.isEmpty() ? QString() : lurits_.value(key);
 }
 
-QString Sk421Prg::cemis_of(const QString& post) {
+QString StaffLists::cemis_of(const QString& post) {
     load_companions();
     return cemis_.value(store::Store::index_key(post));
 }
 
-QString Sk421Prg::list_name(const Record& r) {
+QString StaffLists::list_name(const Record& r) {
     return trimmed(r, "PA_VAN") + u' ' + shell::initials(r.text(L["PA_NAME"]).trimmed()) + u' ' +
            trimmed(r, "PA_TITEL");
 }
 
-QString Sk421Prg::age_text(const QDate& birth, const QDate& day) {
+QString StaffLists::age_text(const QDate& birth, const QDate& day) {
     if (!birth.isValid() || !day.isValid() || day < birth)
         return QString();
     int months = (day.year() - birth.year()) * 12 + (day.month() - birth.month());
@@ -268,7 +270,7 @@ QString Sk421Prg::age_text(const QDate& birth, const QDate& day) {
            QString::number(months % 12).rightJustified(2, u'0');
 }
 
-QDate Sk421Prg::birthday_in(const QDate& birth, const QDate& from, const QDate& to) {
+QDate StaffLists::birthday_in(const QDate& birth, const QDate& from, const QDate& to) {
     if (!birth.isValid() || !from.isValid() || !to.isValid() || to < from)
         return {};
     for (int y = from.year(); y <= to.year(); ++y) {
@@ -283,7 +285,7 @@ QDate Sk421Prg::birthday_in(const QDate& birth, const QDate& from, const QDate& 
 
 // ---- the grids --------------------------------------------------------------------------------
 
-PrintGrid Sk421Prg::staff_list_grid() {
+PrintGrid StaffLists::staff_list_grid() {
     const bool wc = western_cape();
     PrintGrid grid;
     grid.set_format_string(s_.afrikaans
@@ -307,7 +309,7 @@ PrintGrid Sk421Prg::staff_list_grid() {
     return grid;
 }
 
-PrintGrid Sk421Prg::address_list_grid() {
+PrintGrid StaffLists::address_list_grid() {
     PrintGrid grid;
     grid.set_format_string(
         s_.afrikaans ? QStringLiteral("<POS|<NAAM/ID.NR/PERSAL|<HUISADRES|<TELEFOON NRS")
@@ -345,7 +347,7 @@ PrintGrid Sk421Prg::address_list_grid() {
     return grid;
 }
 
-PrintGrid Sk421Prg::birthday_list_grid() {
+PrintGrid StaffLists::birthday_list_grid() {
     PrintGrid grid;
     grid.set_format_string(s_.afrikaans ? QStringLiteral("^DATUM|<POSNR|<NAAM|^VERJAARDAG")
                                         : QStringLiteral("^DATE|<POST|<NAME|^BIRTH DATE"));
@@ -375,7 +377,7 @@ PrintGrid Sk421Prg::birthday_list_grid() {
     return grid;
 }
 
-PrintGrid Sk421Prg::age_list_grid() {
+PrintGrid StaffLists::age_list_grid() {
     PrintGrid grid;
     grid.set_format_string(
         s_.afrikaans ? QStringLiteral("<POSNR|<VAN & VOLLE NAME|>ID-NOMMER|>JJ:MM|<RAS|^G")
@@ -397,7 +399,7 @@ PrintGrid Sk421Prg::age_list_grid() {
     return grid;
 }
 
-PrintGrid Sk421Prg::staff_details_grid(int number) {
+PrintGrid StaffLists::staff_details_grid(int number) {
     PrintGrid grid(0, 2);
     grid.column(0).alignment = kAlignLeft;
     grid.column(1).alignment = kAlignLeft;
@@ -598,7 +600,7 @@ QString list_title(const QString& report_name) {
 
 }  // namespace
 
-bool Sk421Prg::start(const QString& name) {
+bool StaffLists::start(const QString& name) {
     job_.afrikaans = s_.afrikaans;
     job_.state.report_name = s_.ledger_year + name;
     bool go = false;
@@ -609,7 +611,7 @@ bool Sk421Prg::start(const QString& name) {
     return go;
 }
 
-void Sk421Prg::print_pages(PrintGrid& grid, const QString& title, const QString& subtitle) {
+void StaffLists::print_pages(PrintGrid& grid, const QString& title, const QString& subtitle) {
     fit_grid_columns(job_, grid, 0, 120);
     GridPageOptions options;
     options.centre_table = true;
@@ -633,7 +635,7 @@ void Sk421Prg::print_pages(PrintGrid& grid, const QString& title, const QString&
     }
 }
 
-bool Sk421Prg::print_staff_list() {
+bool StaffLists::print_staff_list() {
     if (!start(tr("PERSONEELLYS : ", "STAFF LIST : ")))
         return false;
     PrintGrid grid = staff_list_grid();
@@ -642,7 +644,7 @@ bool Sk421Prg::print_staff_list() {
     return true;
 }
 
-bool Sk421Prg::print_address_list() {
+bool StaffLists::print_address_list() {
     if (!start(tr("ADRES & TELEFOONLYS : ", "ADDRESS & TELEPHONE LIST : ")))
         return false;
     PrintGrid grid = address_list_grid();
@@ -651,7 +653,7 @@ bool Sk421Prg::print_address_list() {
     return true;
 }
 
-bool Sk421Prg::print_birthday_list() {
+bool StaffLists::print_birthday_list() {
     if (!start(tr("VERJAARDAGLYS : ", "BIRTHDAY LIST : ")))
         return false;
     PrintGrid grid = birthday_list_grid();
@@ -662,7 +664,7 @@ bool Sk421Prg::print_birthday_list() {
     return true;
 }
 
-bool Sk421Prg::print_age_list() {
+bool StaffLists::print_age_list() {
     if (!start(tr("OUDERDOMSLYS : ", "AGE LIST : ")))
         return false;
     PrintGrid grid = age_list_grid();
@@ -671,7 +673,7 @@ bool Sk421Prg::print_age_list() {
     return true;
 }
 
-bool Sk421Prg::print_staff_details() {
+bool StaffLists::print_staff_details() {
     if (!start(tr("PERSONEELBESONDERHEDE : ", "STAFF DETAILS : ")))
         return false;
     std::vector<int> records = selected_records();

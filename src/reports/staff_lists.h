@@ -14,10 +14,10 @@
 #include <functional>
 #include <vector>
 
+#include "platform/dialogs.h"
 #include "reports/print_grid.h"
 #include "reports/report_engine.h"
 #include "store/record.h"
-#include "ui/dialogs.h"
 
 namespace korvel::shell {
 class Session;
@@ -39,7 +39,7 @@ enum class StaffOrder { Alphabetic, Numeric };
 enum class AdminChoice { Only, Included, Excluded };
 
 // One entry of prs_lys.
-struct StaffEntry {
+struct StaffListEntry {
     QString post;    // PA_POS_NR, trimmed
     int record = 0;  // record number in the master file
     QString text;    // as the list shows it: post number and name
@@ -58,12 +58,12 @@ enum StaffSection {
     kSectionCount
 };
 
-class Sk421Prg : public ui::ChildForm {
+class StaffLists : public ui::ChildForm {
   public:
     // The job carries the device and the print state; the host shows the print target form.
     // Without a host (the command line) `choose_target` must be set.
-    Sk421Prg(shell::Session& session, PrintJob& job, int option, PrintTargetHost* host = nullptr);
-    ~Sk421Prg() override;
+    StaffLists(shell::Session& session, PrintJob& job, int option, PrintTargetHost* host = nullptr);
+    ~StaffLists() override;
 
     QString form_name() const override { return QStringLiteral("sk421_prg"); }
 
@@ -73,7 +73,7 @@ class Sk421Prg : public ui::ChildForm {
     std::array<QString, 3> pos_data;  // 1 and 2: first and last entry of the range
     std::array<QString, 3> pos_teks;  // their labels
     int pos_focus = 1;                // the pos_data box a click in the list fills
-    std::vector<StaffEntry> prs_lys;
+    std::vector<StaffListEntry> prs_lys;
     StaffOrder kies_volgorde = StaffOrder::Alphabetic;
     QStringList volgorde_captions;
     // Education department, governing body, PYEI: "O", "B", "P".

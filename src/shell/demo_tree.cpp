@@ -30,7 +30,6 @@
 #include "shell/session.h"
 #include "store/quoted_text.h"
 #include "store/record_layouts.h"
-#include "ui/scripted_dialogs.h"
 
 namespace korvel::shell {
 
@@ -1058,11 +1057,10 @@ QByteArray network_file(const store::Folders& folders) {
 
 }  // namespace
 
-DemoSummary write_demo_tree(const QString& native_root, int year) {
+DemoSummary write_demo_tree(const QString& native_root, int year, ui::Dialogs& dialogs) {
     QDir().mkpath(native_root);
     const QString drive = QStringLiteral("C:");
     const platform::DriveMap map = platform::DriveMap::explicit_map({{drive, native_root}});
-    ui::UnattendedDialogs dialogs;
 
     DemoSummary summary;
     summary.drive = drive;

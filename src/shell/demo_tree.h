@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include "platform/dialogs.h"
+
 namespace korvel::shell {
 
 struct DemoSummary {
@@ -26,6 +28,8 @@ struct DemoSummary {
 // (the default folders of `year`) and language.txt (Afrikaans). The same year gives the same
 // bytes on every run: no clock and no random device are read. An existing demo tree is
 // overwritten cleanly: the record files are removed before they are written again.
-DemoSummary write_demo_tree(const QString& native_root, int year);
+// The dialogs answer whatever the start-up of each year asks (the caller passes unattended
+// ones: nobody sits at the demo).
+DemoSummary write_demo_tree(const QString& native_root, int year, ui::Dialogs& dialogs);
 
 }  // namespace korvel::shell

@@ -1,8 +1,8 @@
-#include "staff/sk412_prg.h"
+#include "staff/address_family.h"
 
 #include "shell/helpers.h"
 #include "shell/staff_person.h"
-#include "staff/sk411_prg.h"
+#include "staff/staff_register.h"
 
 namespace korvel::staff {
 

@@ -4,17 +4,17 @@
 // working PRSALG record at its current number), reads nothing from disk and writes only that
 // record.
 //
-// This is the form's behaviour; the Qt form (detail_forms.h) shows the boxes and calls one
+// This is the form's behaviour; the Qt form (address_family_form.h) shows the boxes and calls one
 // method per event.
 
 #include <QString>
 #include <array>
 #include <span>
 
+#include "platform/dialogs.h"
 #include "shell/session.h"
 #include "staff/detail_common.h"
 #include "store/record_layouts.h"
-#include "ui/dialogs.h"
 
 namespace korvel::staff {
 

@@ -1,4 +1,4 @@
-#include "staff/sk413_prg.h"
+#include "staff/banking.h"
 
 #include <QLocale>
 #include <algorithm>

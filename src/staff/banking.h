@@ -2,7 +2,7 @@
 // sk413_prg: the bank account and pay particulars of one staff member, on the master record in
 // memory (the working PRSALG record at its current number). It writes only that record.
 //
-// This is the form's behaviour; the Qt form (detail_forms.h) shows the boxes and the two
+// This is the form's behaviour; the Qt form (banking_form.h) shows the boxes and the two
 // yes/no lists and calls one method per event.
 
 #include <QString>
@@ -10,7 +10,7 @@
 #include <array>
 #include <span>
 
-#include "staff/sk412_prg.h"
+#include "staff/address_family.h"
 
 namespace korvel::staff {
 

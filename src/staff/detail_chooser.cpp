@@ -1,9 +1,9 @@
-#include "staff/staff_kies_inlees.h"
+#include "staff/detail_chooser.h"
 
 #include "attendance/attendance_register.h"
 #include "attendance/leave_capture.h"
-#include "staff/sk412_prg.h"
-#include "staff/sk413_prg.h"
+#include "staff/address_family.h"
+#include "staff/banking.h"
 
 namespace korvel::staff {
 
@@ -74,7 +74,7 @@ bool open_detail_form(shell::Session& session, StaffDetail detail, bool educator
     }
 }
 
-StaffDetailChooser::StaffDetailChooser(shell::Session& session, bool educators, QString person_)
+DetailChooser::DetailChooser(shell::Session& session, bool educators, QString person_)
     : person(std::move(person_)), session_(session) {
     caption = session.tr("PERSONEELBESONDERHEDE INLEES", "INPUT STAFF DETAILS");
     for (int i = 1; i <= kStaffDetails; ++i) {
@@ -91,7 +91,7 @@ StaffDetailChooser::StaffDetailChooser(shell::Session& session, bool educators, 
     }
 }
 
-void StaffDetailChooser::pr_option_click(int index) {
+void DetailChooser::pr_option_click(int index) {
     if (index < 1 || index > kStaffDetails) {
         return;
     }

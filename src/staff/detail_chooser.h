@@ -6,8 +6,8 @@
 #include <QString>
 #include <array>
 
+#include "platform/dialogs.h"
 #include "shell/session.h"
-#include "ui/dialogs.h"
 
 namespace korvel::staff {
 
@@ -31,9 +31,9 @@ bool detail_form_available(StaffDetail detail);
 // that form is not available.
 bool open_detail_form(shell::Session& session, StaffDetail detail, bool educators = true);
 
-class StaffDetailChooser : public ui::ChildForm {
+class DetailChooser : public ui::ChildForm {
   public:
-    StaffDetailChooser(shell::Session& session, bool educators, QString person);
+    DetailChooser(shell::Session& session, bool educators, QString person);
     QString form_name() const override { return QStringLiteral("staff_kies_inlees"); }
     shell::Session& session() { return session_; }
 

@@ -1,6 +1,6 @@
 #include "staff/detail_common.h"
 
-#include "staff/sk411_prg.h"
+#include "staff/staff_register.h"
 #include "store/record_layouts.h"
 
 namespace korvel::staff {

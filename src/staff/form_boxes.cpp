@@ -5,7 +5,7 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
-#include "staff/sk411_prg.h"
+#include "staff/staff_register.h"
 
 namespace korvel::staff {
 

@@ -10,9 +10,9 @@
 #include <QString>
 #include <optional>
 
+#include "platform/dialogs.h"
 #include "shell/rich_text.h"
 #include "shell/session.h"
-#include "ui/dialogs.h"
 
 namespace korvel::staff {
 

@@ -1,13 +1,13 @@
-#include "staff/sk411_inlees.h"
+#include "staff/staff_entry.h"
 
 #include <algorithm>
 
 #include "shell/helpers.h"
 #include "shell/main_menu.h"
 #include "shell/staff_person.h"
+#include "staff/detail_chooser.h"
 #include "staff/remarks.h"
-#include "staff/sk411_prg.h"
-#include "staff/staff_kies_inlees.h"
+#include "staff/staff_register.h"
 #include "store/record_layouts.h"
 
 namespace korvel::staff {
@@ -854,7 +854,7 @@ void StaffEntry::alg_opsies_click(int index) {
         return;
     }
     heading = shell::staff_heading(session_.working(Code::PRSALG));
-    StaffDetailChooser chooser(session_, educators(), heading);
+    DetailChooser chooser(session_, educators(), heading);
     session_.dialogs().show_modal(chooser);
     if (chooser.chosen > 0) {
         open_detail_form(session_, static_cast<StaffDetail>(chooser.chosen), educators());

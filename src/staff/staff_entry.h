@@ -14,10 +14,10 @@
 #include <optional>
 #include <span>
 
+#include "platform/dialogs.h"
 #include "shell/session.h"
 #include "staff/detail_common.h"
 #include "staff/learner_cascade.h"
-#include "ui/dialogs.h"
 
 namespace korvel::staff {
 

@@ -1,4 +1,4 @@
-#include "staff/sk411_prg.h"
+#include "staff/staff_register.h"
 
 #include <QCollator>
 #include <QLocale>
@@ -7,7 +7,7 @@
 
 #include "platform/user.h"
 #include "platform/winpath.h"
-#include "staff/sk411_inlees.h"
+#include "staff/staff_entry.h"
 #include "store/locks.h"
 
 namespace korvel::staff {

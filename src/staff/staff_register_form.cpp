@@ -1,4 +1,4 @@
-#include "staff/sk411_prg_form.h"
+#include "staff/staff_register_form.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -6,9 +6,9 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
-#include "attendance/attendance_form.h"
+#include "attendance/attendance_register_form.h"
+#include "reports/print_menu_form.h"
 #include "shell/form_header.h"
-#include "ui/staff_list_forms.h"
 
 namespace korvel::staff {
 
@@ -117,9 +117,9 @@ StaffRegisterForm::StaffRegisterForm(shell::Session& session, bool educators, QW
     layout->addWidget(prs_grid_, 1);
     layout->addLayout(buttons);
 
-    register_.show_print_chooser = [this] { ui::show_print_menu(s_, this); };
+    register_.show_print_chooser = [this] { reports::show_print_menu(s_, this); };
     register_.open_attendance = [this](bool educators) {
-        attendance::AttendanceForm form(s_, educators, this);
+        attendance::AttendanceRegisterForm form(s_, educators, this);
         form.exec();
     };
 

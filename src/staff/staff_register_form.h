@@ -8,7 +8,7 @@
 #include <QTreeWidget>
 #include <QWidget>
 
-#include "staff/sk411_prg.h"
+#include "staff/staff_register.h"
 
 namespace korvel::staff {
 

@@ -11,11 +11,11 @@
 #include <functional>
 #include <optional>
 
+#include "platform/dialogs.h"
 #include "platform/file_system.h"
 #include "store/handle_pool.h"
 #include "store/record.h"
 #include "store/record_layouts.h"
-#include "ui/dialogs.h"
 
 namespace korvel::store {
 

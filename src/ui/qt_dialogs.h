@@ -14,7 +14,7 @@
 #include <map>
 #include <optional>
 
-#include "ui/dialogs.h"
+#include "platform/dialogs.h"
 
 namespace korvel::ui {
 

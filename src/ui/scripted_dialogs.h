@@ -7,7 +7,7 @@
 #include <functional>
 #include <map>
 
-#include "ui/dialogs.h"
+#include "platform/dialogs.h"
 
 namespace korvel::ui {
 

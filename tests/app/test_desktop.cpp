@@ -27,13 +27,10 @@ void choose_language_on_splash(const char* button) {
 }  // namespace
 
 TEST(Desktop, MenuOnTheDemoTreeInBothLanguages) {
-    int argc = 1;
-    char name[] = "test";
-    char* argv[] = {name};
-    QApplication app(argc, argv);
     QTemporaryDir tmp;
     const int year = QDate::currentDate().year();
-    shell::write_demo_tree(tmp.path(), year);
+    ui::UnattendedDialogs demo_answers;
+    shell::write_demo_tree(tmp.path(), year, demo_answers);
 
     ui::ScriptedDialogs dialogs;
     platform::RecordingProcessStarter starter;

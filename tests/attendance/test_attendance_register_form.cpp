@@ -6,11 +6,12 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "attendance/attendance_form.h"
-#include "attendance/child_forms.h"
+#include "attendance/attendance_register_form.h"
 #include "attendance/code_list_print.h"
 #include "attendance/leave_capture.h"
+#include "attendance/leave_capture_form.h"
 #include "attendance/reason_codes.h"
+#include "attendance/reason_codes_form.h"
 #include "reports/recording_device.h"
 #include "shell/demo_tree.h"
 #include "shell/folders.h"
@@ -21,19 +22,16 @@ using namespace korvel;
 
 namespace {
 QApplication& application() {
-    static int argc = 1;
-    static char name[] = "test";
-    static char* argv[] = {name};
-    static QApplication app(argc, argv);
-    return app;
+    return *qApp;
 }
 }  // namespace
 
-TEST(AttendanceForm, MarkADayAbsentWithAReasonAndReadTheBytesBack) {
+TEST(AttendanceRegisterForm, MarkADayAbsentWithAReasonAndReadTheBytesBack) {
     application();
     QTemporaryDir tmp;
     const int year = 2026;
-    shell::write_demo_tree(tmp.path(), year);
+    ui::UnattendedDialogs demo_answers;
+    shell::write_demo_tree(tmp.path(), year, demo_answers);
     ui::ScriptedDialogs dialogs;
     shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
     session.folders = shell::default_folders("C:", "2026");
@@ -41,7 +39,7 @@ TEST(AttendanceForm, MarkADayAbsentWithAReasonAndReadTheBytesBack) {
     session.afrikaans = false;
     session.open_staff_file();
 
-    attendance::AttendanceForm form(session, true);
+    attendance::AttendanceRegisterForm form(session, true);
     form.show();
     // March of 2026: the month list, then the grid.
     ASSERT_GE(form.months()->count(), 12);
@@ -90,11 +88,12 @@ TEST(AttendanceForm, MarkADayAbsentWithAReasonAndReadTheBytesBack) {
     EXPECT_TRUE(found);
 }
 
-TEST(AttendanceForm, ReasonCodesShowThroughTheDialogsAndTopUpAnEmptyFile) {
+TEST(AttendanceRegisterForm, ReasonCodesShowThroughTheDialogsAndTopUpAnEmptyFile) {
     application();
     QTemporaryDir tmp;
     ui::QtDialogs dialogs;
-    attendance::register_child_forms(dialogs);
+    attendance::register_reason_codes_form(dialogs);
+    attendance::register_leave_capture_form(dialogs);
     shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
     session.folders = shell::default_folders("C:", "2026");
     session.ledger_year = "2026";
@@ -116,16 +115,17 @@ TEST(AttendanceForm, ReasonCodesShowThroughTheDialogsAndTopUpAnEmptyFile) {
     EXPECT_EQ(session.fs().file_size(session.folders.staff + "\\sbi_kde_random.txt"), 11 * 50);
 }
 
-TEST(AttendanceForm, TheCalendarFrameShowsAndSavesTheMonth) {
+TEST(AttendanceRegisterForm, TheCalendarFrameShowsAndSavesTheMonth) {
     application();
     QTemporaryDir tmp;
-    shell::write_demo_tree(tmp.path(), 2026);
+    ui::UnattendedDialogs demo_answers;
+    shell::write_demo_tree(tmp.path(), 2026, demo_answers);
     ui::ScriptedDialogs dialogs;
     shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
     session.folders = shell::default_folders("C:", "2026");
     session.ledger_year = "2026";
     session.open_staff_file();
-    attendance::AttendanceForm form(session, true);
+    attendance::AttendanceRegisterForm form(session, true);
     form.show();
     form.behaviour().maand_lys.list_index = 3;  // April
     for (QPushButton* b : form.findChildren<QPushButton*>()) {
@@ -154,9 +154,10 @@ TEST(AttendanceForm, TheCalendarFrameShowsAndSavesTheMonth) {
     EXPECT_TRUE(cal.file_path(4, true).startsWith(session.folders.workstation_program));
 }
 
-TEST(AttendanceForm, TheReasonListPrintsThroughThePageEngine) {
+TEST(AttendanceRegisterForm, TheReasonListPrintsThroughThePageEngine) {
     QTemporaryDir tmp;
-    shell::write_demo_tree(tmp.path(), 2026);
+    ui::UnattendedDialogs demo_answers;
+    shell::write_demo_tree(tmp.path(), 2026, demo_answers);
     ui::ScriptedDialogs dialogs;
     shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
     session.folders = shell::default_folders("C:", "2026");
@@ -177,12 +178,14 @@ TEST(AttendanceForm, TheReasonListPrintsThroughThePageEngine) {
     EXPECT_EQ(texts.count("ATTENDANCE CODES : 2026"), 1) << device.lines().join("\n").toStdString();
 }
 
-TEST(AttendanceForm, LeaveCaptureShowsThroughTheDialogsAndWritesTheStretch) {
+TEST(AttendanceRegisterForm, LeaveCaptureShowsThroughTheDialogsAndWritesTheStretch) {
     application();
     QTemporaryDir tmp;
-    shell::write_demo_tree(tmp.path(), 2026);
+    ui::UnattendedDialogs demo_answers;
+    shell::write_demo_tree(tmp.path(), 2026, demo_answers);
     ui::QtDialogs dialogs;
-    attendance::register_child_forms(dialogs);
+    attendance::register_reason_codes_form(dialogs);
+    attendance::register_leave_capture_form(dialogs);
     shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
     session.folders = shell::default_folders("C:", "2026");
     session.ledger_year = "2026";

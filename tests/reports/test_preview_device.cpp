@@ -9,10 +9,6 @@
 using namespace korvel;
 
 TEST(PreviewPrinterDevice, AReportIsShownBeforePaperAndAnEmptyDocumentIsNot) {
-    int argc = 1;
-    char name[] = "test";
-    char* argv[] = {name};
-    QApplication app(argc, argv);
     ui::PrinterDevice printer;
     ui::PreviewPrinterDevice device(printer, nullptr);
     QStringList previewed;

@@ -12,10 +12,10 @@ namespace korvel::reports {
 namespace {
 
 struct ScriptedHost : PrintTargetHost {
-    std::function<void(KiesDrukker&)> script;
+    std::function<void(PrintTarget&)> script;
     RecordingDevice* other_printer = nullptr;
     bool shown = false;
-    void show_modal(KiesDrukker& form) override {
+    void show_modal(PrintTarget& form) override {
         shown = true;
         if (script)
             script(form);
@@ -46,7 +46,7 @@ struct TargetFixture : testing::JobFixture {
 };
 
 TEST_F(TargetFixture, PrintInColourWritesTheFlagAndPendsAPage) {
-    host.script = [](KiesDrukker& form) {
+    host.script = [](PrintTarget& form) {
         EXPECT_EQ(form.drukwerk_naam, QStringLiteral("2026 PERSONEELLYS"));
         EXPECT_EQ(form.drukker_naam, QStringLiteral("RECORDER"));
         // No colour file yet: black is selected.
@@ -63,7 +63,7 @@ TEST_F(TargetFixture, PrintInColourWritesTheFlagAndPendsAPage) {
     EXPECT_TRUE(job.state.colour_printing);
 
     // The next time the form opens with colour selected.
-    host.script = [](KiesDrukker& form) {
+    host.script = [](PrintTarget& form) {
         EXPECT_TRUE(form.kies_kleur_red);
         form.kies_mono_click();
         form.druk_ok_click();
@@ -75,7 +75,7 @@ TEST_F(TargetFixture, PrintInColourWritesTheFlagAndPendsAPage) {
 TEST_F(TargetFixture, DeviceWithoutColourForcesBlack) {
     device.set_colour_mode(1);
     write_colour_printing(year_folder.path(), true);
-    host.script = [](KiesDrukker& form) {
+    host.script = [](PrintTarget& form) {
         EXPECT_TRUE(form.kies_mono_red);
         form.kies_kleur_click();
         EXPECT_TRUE(form.kies_mono_red);
@@ -86,7 +86,7 @@ TEST_F(TargetFixture, DeviceWithoutColourForcesBlack) {
 }
 
 TEST_F(TargetFixture, CancelAndClosingTheWindowStopTheReport) {
-    host.script = [](KiesDrukker& form) { form.druk_stop_click(); };
+    host.script = [](PrintTarget& form) { form.druk_stop_click(); };
     EXPECT_FALSE(ask());
     EXPECT_EQ(device.count(RecordedCall::Kind::Abandon), 1);
     EXPECT_EQ(device.count(RecordedCall::Kind::EndDoc), 0);  // nothing was open to end
@@ -99,7 +99,7 @@ TEST_F(TargetFixture, CancelAndClosingTheWindowStopTheReport) {
 TEST_F(TargetFixture, SelectAnotherPrinterRefillsTheName) {
     RecordingDevice other(QStringLiteral("KANTOOR"));
     host.other_printer = &other;
-    host.script = [](KiesDrukker& form) {
+    host.script = [](PrintTarget& form) {
         form.druk_wysig_click();
         EXPECT_EQ(form.drukker_naam, QStringLiteral("KANTOOR"));
         EXPECT_EQ(form.druk_ok_tip, QStringLiteral(" Druk na KANTOOR"));
@@ -114,7 +114,7 @@ TEST_F(TargetFixture, ExcelAsksFolderAndNameAndRemembersTheFolder) {
     job.state.report_name = QStringLiteral("2026 ADRES/TELEFOONLYS");
     dialogs.choose(out.path());
     dialogs.type(QStringLiteral("adreslys"));
-    host.script = [](KiesDrukker& form) { form.kies_excel_click(); };
+    host.script = [](PrintTarget& form) { form.kies_excel_click(); };
     EXPECT_TRUE(ask());
     EXPECT_TRUE(job.state.to_spreadsheet);
     EXPECT_FALSE(job.state.page_pending);
@@ -131,7 +131,7 @@ TEST_F(TargetFixture, ExcelAsksFolderAndNameAndRemembersTheFolder) {
 
 TEST_F(TargetFixture, CancelledExcelFolderEndsTheReport) {
     dialogs.choose(QString());
-    host.script = [](KiesDrukker& form) { form.kies_excel_click(); };
+    host.script = [](PrintTarget& form) { form.kies_excel_click(); };
     EXPECT_FALSE(ask());
     EXPECT_FALSE(job.state.to_spreadsheet);
     EXPECT_FALSE(QFile::exists(QDir(workstation.path()).filePath("excel_uitvoer_gids")));
@@ -142,7 +142,7 @@ TEST_F(TargetFixture, HtmlAsksAndThenPrints) {
     job.afrikaans = false;
     dialogs.choose(out.path());
     dialogs.type(QStringLiteral("list"));
-    host.script = [](KiesDrukker& form) { form.kies_html_click(); };
+    host.script = [](PrintTarget& form) { form.kies_html_click(); };
     EXPECT_TRUE(ask());
     EXPECT_TRUE(job.state.page_pending);
     EXPECT_TRUE(job.state.to_html);

@@ -9,48 +9,30 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include "reports/print_target_form.h"
 #include "reports/recording_device.h"
-#include "ui/kies_drukker_form.h"
 #include "ui/scripted_dialogs.h"
 
-namespace korvel::ui {
+namespace korvel::reports {
 namespace {
 
-class WidgetEnvironment : public ::testing::Environment {
-  public:
-    void SetUp() override {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        static int argc = 1;
-        static char name[] = "test_reports_ui";
-        static char* argv[] = {name, nullptr};
-        app_ = std::make_unique<QApplication>(argc, argv);
-    }
-    void TearDown() override { app_.reset(); }
-
-  private:
-    std::unique_ptr<QApplication> app_;
-};
-
-::testing::Environment* const widget_environment =
-    ::testing::AddGlobalTestEnvironment(new WidgetEnvironment);
-
 struct NoHost : reports::PrintTargetHost {
-    void show_modal(reports::KiesDrukker&) override {}
+    void show_modal(reports::PrintTarget&) override {}
     bool choose_printer(reports::PrintJob&) override { return false; }
 };
 
-TEST(KiesDrukkerForm, ShowsTheChoiceAndClosesOnPrint) {
+TEST(PrintTargetForm, ShowsTheChoiceAndClosesOnPrint) {
     QTemporaryDir year;
     reports::RecordingDevice device(QStringLiteral("KANTOOR"));
-    ScriptedDialogs dialogs;
+    ui::ScriptedDialogs dialogs;
     reports::PrintJob job(device, dialogs, {}, false);
     job.general_year_folder = year.path();
     job.state.report_name = QStringLiteral("2026 STAFF LIST");
     NoHost host;
-    reports::KiesDrukker behaviour(job, host, {});
+    reports::PrintTarget behaviour(job, host, {});
     behaviour.form_load();
 
-    KiesDrukkerForm form(behaviour);
+    PrintTargetForm form(behaviour);
     EXPECT_EQ(form.druk_ok->text(), QStringLiteral("PRINT"));
     EXPECT_EQ(form.druk_ok->toolTip(), QStringLiteral(" Print to KANTOOR"));
     EXPECT_EQ(form.druk_stop->text(), QStringLiteral("CANCEL"));
@@ -64,23 +46,23 @@ TEST(KiesDrukkerForm, ShowsTheChoiceAndClosesOnPrint) {
 
     QTimer::singleShot(0, form.druk_ok, &QPushButton::click);
     EXPECT_EQ(form.exec(), QDialog::Accepted);
-    EXPECT_EQ(behaviour.ending, reports::KiesDrukker::Ending::Print);
+    EXPECT_EQ(behaviour.ending, reports::PrintTarget::Ending::Print);
     EXPECT_TRUE(reports::read_colour_printing(year.path()));
 }
 
-TEST(KiesDrukkerForm, ClosingTheWindowCancels) {
+TEST(PrintTargetForm, ClosingTheWindowCancels) {
     reports::RecordingDevice device;
-    ScriptedDialogs dialogs;
+    ui::ScriptedDialogs dialogs;
     reports::PrintJob job(device, dialogs);
     NoHost host;
-    reports::KiesDrukker behaviour(job, host, {});
+    reports::PrintTarget behaviour(job, host, {});
     behaviour.form_load();
-    KiesDrukkerForm form(behaviour);
+    PrintTargetForm form(behaviour);
     QTimer::singleShot(0, &form, &QDialog::reject);
     EXPECT_EQ(form.exec(), QDialog::Rejected);
-    EXPECT_EQ(behaviour.ending, reports::KiesDrukker::Ending::Cancel);
+    EXPECT_EQ(behaviour.ending, reports::PrintTarget::Ending::Cancel);
     EXPECT_FALSE(behaviour.print_confirmed);
 }
 
 }  // namespace
-}  // namespace korvel::ui
+}  // namespace korvel::reports

@@ -12,10 +12,10 @@
 #include "platform/drive_map.h"
 #include "reports/cli_print.h"
 #include "reports/grid_output.h"
+#include "reports/print_menu.h"
 #include "reports/recording_device.h"
 #include "reports/school_report.h"
-#include "reports/sk421_prg.h"
-#include "reports/staff_kies_druk.h"
+#include "reports/staff_lists.h"
 #include "shell/demo_tree.h"
 #include "shell/helpers.h"
 #include "shell/school.h"
@@ -38,18 +38,19 @@ QString u8(const char* s) {
     return QString::fromUtf8(s);
 }
 
-class StaffLists : public ::testing::Test {
+class StaffListsTest : public ::testing::Test {
   protected:
     static void SetUpTestSuite() {
         dir_ = new QTemporaryDir;
-        shell::write_demo_tree(dir_->path(), kYear);
+        ui::UnattendedDialogs demo_answers;
+        shell::write_demo_tree(dir_->path(), kYear, demo_answers);
     }
     static void TearDownTestSuite() {
         delete dir_;
         dir_ = nullptr;
     }
 
-    StaffLists() {
+    StaffListsTest() {
         session = shell::Session::on_drive(
             dialogs, platform::DriveMap::explicit_map({{QStringLiteral("C:"), dir_->path()}}),
             QStringLiteral("C:"), QString::number(kYear));
@@ -61,9 +62,9 @@ class StaffLists : public ::testing::Test {
     }
 
     // The form on an option, loaded, printing to the recording device.
-    std::unique_ptr<Sk421Prg> form(int option, bool afrikaans = true) {
+    std::unique_ptr<StaffLists> form(int option, bool afrikaans = true) {
         session->afrikaans = afrikaans;
-        auto f = std::make_unique<Sk421Prg>(*session, *job, option);
+        auto f = std::make_unique<StaffLists>(*session, *job, option);
         f->form_load();
         f->choose_target = [](PrintJob& j) {
             j.print_setup();
@@ -115,7 +116,7 @@ class StaffLists : public ::testing::Test {
 
 constexpr const auto& L = store::PRSALG;
 
-TEST_F(StaffLists, StaffListInTheWesternCapeEndsWithCemis) {
+TEST_F(StaffListsTest, StaffListInTheWesternCapeEndsWithCemis) {
     auto f = form(kStaffListOption);
     const PrintGrid g = f->staff_list_grid();
     EXPECT_EQ(heads(g), (QStringList{"POS", "NAAM", "ID.NR", "G", "T", "PERSAL", "SACE", "LURITS",
@@ -150,7 +151,7 @@ TEST_F(StaffLists, StaffListInTheWesternCapeEndsWithCemis) {
     EXPECT_EQ(names, sorted);
 }
 
-TEST_F(StaffLists, StaffListElsewhereEndsWithReqvAndEnglishHeads) {
+TEST_F(StaffListsTest, StaffListElsewhereEndsWithReqvAndEnglishHeads) {
     session->school.province_code = QStringLiteral("GT");
     auto f = form(kStaffListOption, false);
     f->kies_volgorde = StaffOrder::Numeric;
@@ -170,7 +171,7 @@ TEST_F(StaffLists, StaffListElsewhereEndsWithReqvAndEnglishHeads) {
     EXPECT_EQ(f->staff_list_grid().text(0, 8), u"'REQV'");
 }
 
-TEST_F(StaffLists, SelectionByRangeAppointmentAndAdministrativeStaff) {
+TEST_F(StaffListsTest, SelectionByRangeAppointmentAndAdministrativeStaff) {
     auto f = form(kStaffListOption);
     f->kies_volgorde = StaffOrder::Numeric;
 
@@ -205,7 +206,7 @@ TEST_F(StaffLists, SelectionByRangeAppointmentAndAdministrativeStaff) {
         EXPECT_FALSE(p.startsWith(u'A')) << p.toStdString();
 }
 
-TEST_F(StaffLists, AnEmptyPaymasterCountsAsEducationDepartment) {
+TEST_F(StaffListsTest, AnEmptyPaymasterCountsAsEducationDepartment) {
     session->open_file(Code::PRSALG, session->folders.staff);
     const int n = session->find_by_key(Code::PRSALG, L["PA_POS_NR"], "009");
     session->read_record(Code::PRSALG, n);
@@ -224,7 +225,7 @@ TEST_F(StaffLists, AnEmptyPaymasterCountsAsEducationDepartment) {
     ASSERT_TRUE(session->write_record(Code::PRSALG, n));
 }
 
-TEST_F(StaffLists, AddressListHasNameNumbersAddressAndSignedTelephones) {
+TEST_F(StaffListsTest, AddressListHasNameNumbersAddressAndSignedTelephones) {
     auto f = form(kAddressListOption);
     const PrintGrid g = f->address_list_grid();
     EXPECT_EQ(heads(g), (QStringList{"POS", "NAAM/ID.NR/PERSAL", "HUISADRES", "TELEFOON NRS"}));
@@ -249,7 +250,7 @@ TEST_F(StaffLists, AddressListHasNameNumbersAddressAndSignedTelephones) {
     EXPECT_TRUE(cell_lines(ge.text(re, 3)).at(2).startsWith(u"C "));
 }
 
-TEST_F(StaffLists, BirthdayListTakesThePeriodInDateOrder) {
+TEST_F(StaffListsTest, BirthdayListTakesThePeriodInDateOrder) {
     auto f = form(kBirthdayListOption);
     f->jr_data[1] = QDate(kYear, 3, 1);
     f->jr_data[2] = QDate(kYear, 3, 31);
@@ -275,12 +276,12 @@ TEST_F(StaffLists, BirthdayListTakesThePeriodInDateOrder) {
     EXPECT_EQ(job->state.report_name, u"2026VERJAARDAGLYS : ");
 
     EXPECT_FALSE(
-        Sk421Prg::birthday_in(QDate(1980, 6, 1), QDate(2026, 7, 1), QDate(2026, 6, 1)).isValid());
-    EXPECT_EQ(Sk421Prg::birthday_in(QDate(1980, 2, 29), QDate(2026, 2, 1), QDate(2026, 3, 1)),
+        StaffLists::birthday_in(QDate(1980, 6, 1), QDate(2026, 7, 1), QDate(2026, 6, 1)).isValid());
+    EXPECT_EQ(StaffLists::birthday_in(QDate(1980, 2, 29), QDate(2026, 2, 1), QDate(2026, 3, 1)),
               QDate(2026, 2, 28));
 }
 
-TEST_F(StaffLists, AgeListGivesYearsAndWholeMonths) {
+TEST_F(StaffListsTest, AgeListGivesYearsAndWholeMonths) {
     auto f = form(kBirthdayListOption);
     const PrintGrid g = f->age_list_grid();
     EXPECT_EQ(heads(g),
@@ -291,13 +292,13 @@ TEST_F(StaffLists, AgeListGivesYearsAndWholeMonths) {
     ASSERT_EQ(birth, QDate(kYear - 56, 3, 14));
     EXPECT_EQ(g.text(row, 3), u"55:11");  // 4 March, ten days short of the birthday
 
-    EXPECT_EQ(Sk421Prg::age_text(QDate(1980, 3, 4), QDate(2026, 3, 4)), u"46:00");
-    EXPECT_EQ(Sk421Prg::age_text(QDate(1980, 3, 5), QDate(2026, 3, 4)), u"45:11");
-    EXPECT_EQ(Sk421Prg::age_text(QDate(1980, 1, 31), QDate(2026, 3, 1)), u"46:01");
-    EXPECT_TRUE(Sk421Prg::age_text(QDate(), QDate(2026, 3, 4)).isEmpty());
+    EXPECT_EQ(StaffLists::age_text(QDate(1980, 3, 4), QDate(2026, 3, 4)), u"46:00");
+    EXPECT_EQ(StaffLists::age_text(QDate(1980, 3, 5), QDate(2026, 3, 4)), u"45:11");
+    EXPECT_EQ(StaffLists::age_text(QDate(1980, 1, 31), QDate(2026, 3, 1)), u"46:01");
+    EXPECT_TRUE(StaffLists::age_text(QDate(), QDate(2026, 3, 4)).isEmpty());
 }
 
-TEST_F(StaffLists, StaffDetailsFollowTheSectionTicks) {
+TEST_F(StaffListsTest, StaffDetailsFollowTheSectionTicks) {
     auto f = form(kStaffDetailsOption);
     const store::Record r = master("001");
     const int n = session->find_by_key(Code::PRSALG, L["PA_POS_NR"], "001");
@@ -341,7 +342,7 @@ TEST_F(StaffLists, StaffDetailsFollowTheSectionTicks) {
     EXPECT_EQ(texts.filter("PAGE : ").size(), 3);
 }
 
-TEST_F(StaffLists, StaffListPrintsHeaderTableAndFooter) {
+TEST_F(StaffListsTest, StaffListPrintsHeaderTableAndFooter) {
     auto f = form(kStaffListOption);
     f->kr_ok_click();
     EXPECT_EQ(job->state.report_name, u"2026PERSONEELLYS : ");
@@ -356,7 +357,7 @@ TEST_F(StaffLists, StaffListPrintsHeaderTableAndFooter) {
     EXPECT_EQ(device.count(RecordedCall::Kind::EndDoc), 1);
 }
 
-TEST_F(StaffLists, ManyStaffRunOverPagesWithTheContinuationMark) {
+TEST_F(StaffListsTest, ManyStaffRunOverPagesWithTheContinuationMark) {
     auto f = form(kAddressListOption);
     ASSERT_TRUE(f->print_address_list());
     ASSERT_GE(device.texts(2).size(), 1);
@@ -365,7 +366,7 @@ TEST_F(StaffLists, ManyStaffRunOverPagesWithTheContinuationMark) {
     EXPECT_TRUE(device.texts(2).contains(u"BLADSY : 2"));
 }
 
-TEST_F(StaffLists, CancelledTargetPrintsNothingAndEmptySelectionPrintsTheHead) {
+TEST_F(StaffListsTest, CancelledTargetPrintsNothingAndEmptySelectionPrintsTheHead) {
     auto f = form(kStaffListOption);
     f->choose_target = [](PrintJob&) { return false; };
     EXPECT_FALSE(f->print_staff_list());
@@ -381,8 +382,8 @@ TEST_F(StaffLists, CancelledTargetPrintsNothingAndEmptySelectionPrintsTheHead) {
 
 // ---- the print menu -------------------------------------------------------------------------
 
-TEST_F(StaffLists, PrintMenuAvailabilityAndDisabledWhileAFormRuns) {
-    StaffKiesDruk menu(true);
+TEST_F(StaffListsTest, PrintMenuAvailabilityAndDisabledWhileAFormRuns) {
+    PrintMenu menu(true);
     register_staff_lists(menu, *session, *job, nullptr);
     menu.form_load();
     for (int i = 1; i <= 13; ++i) {
@@ -394,7 +395,7 @@ TEST_F(StaffLists, PrintMenuAvailabilityAndDisabledWhileAFormRuns) {
     int seen_option = 0;
     bool any_enabled = true;
     dialogs.on_form("sk421_prg", [&](ui::ChildForm& child) {
-        auto& form = dynamic_cast<Sk421Prg&>(child);
+        auto& form = dynamic_cast<StaffLists&>(child);
         seen_option = form.option;
         any_enabled = false;
         for (int i = 1; i <= 13; ++i)
@@ -431,7 +432,8 @@ class PrintCommand : public ::testing::Test {
   protected:
     static void SetUpTestSuite() {
         dir_ = new QTemporaryDir;
-        shell::write_demo_tree(dir_->path(), QDate::currentDate().year());
+        ui::UnattendedDialogs demo_answers;
+        shell::write_demo_tree(dir_->path(), QDate::currentDate().year(), demo_answers);
     }
     static void TearDownTestSuite() {
         delete dir_;

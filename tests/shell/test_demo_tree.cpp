@@ -50,7 +50,8 @@ class DemoTree : public ::testing::Test {
   protected:
     static void SetUpTestSuite() {
         dir_ = new QTemporaryDir;
-        summary_ = new DemoSummary(write_demo_tree(dir_->path(), kYear));
+        ui::UnattendedDialogs demo_answers;
+        summary_ = new DemoSummary(write_demo_tree(dir_->path(), kYear, demo_answers));
     }
     static void TearDownTestSuite() {
         delete summary_;
@@ -120,8 +121,9 @@ TEST_F(DemoTree, WritesTheFoldersAndTheSettingsFiles) {
 
 TEST_F(DemoTree, RunsAreByteIdenticalAndOverwriteCleanly) {
     QTemporaryDir again;
-    write_demo_tree(again.path(), kYear);
-    write_demo_tree(again.path(), kYear);  // over a tree that is already there
+    ui::UnattendedDialogs demo_answers;
+    write_demo_tree(again.path(), kYear, demo_answers);
+    write_demo_tree(again.path(), kYear, demo_answers);  // over a tree that is already there
     const auto first = files_below(dir_->path());
     const auto second = files_below(again.path());
     EXPECT_EQ(first.keys(), second.keys());

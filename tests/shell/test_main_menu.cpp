@@ -18,7 +18,8 @@ struct MenuOnDemo {
         : session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}})),
           startup(session),
           menu(session, startup) {
-        write_demo_tree(tmp.path(), 2026);
+        ui::UnattendedDialogs demo_answers;
+        write_demo_tree(tmp.path(), 2026, demo_answers);
         session.set_starter(starter);
         session.fixed_today = QDate(2026, 3, 4);
         session.executable_path = "C:\\Program Files (x86)\\KORVEL\\KORVEL.EXE";

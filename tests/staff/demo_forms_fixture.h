@@ -10,23 +10,17 @@
 #include "shell/demo_tree.h"
 #include "shell/folders.h"
 #include "shell/session.h"
+#include "ui/scripted_dialogs.h"
 
 namespace korvel::testing {
 
 template <typename DialogsType>
 class DemoForms : public ::testing::Test {
   protected:
-    static void SetUpTestSuite() {
-        static int argc = 1;
-        static char name[] = "test";
-        static char* argv[] = {name};
-        if (QApplication::instance() == nullptr) {
-            new QApplication(argc, argv);
-        }
-    }
     DemoForms() : session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}})) {
         const int year = QDate::currentDate().year();
-        shell::write_demo_tree(tmp.path(), year);
+        ui::UnattendedDialogs demo_answers;
+        shell::write_demo_tree(tmp.path(), year, demo_answers);
         session.folders = shell::default_folders("C:", QString::number(year));
         session.ledger_year = QString::number(year);
         session.afrikaans = false;

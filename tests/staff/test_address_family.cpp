@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "staff/sk412_prg.h"
+#include "staff/address_family.h"
 #include "staff_fixture.h"
 
 using namespace korvel;

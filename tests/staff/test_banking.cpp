@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "staff/sk413_prg.h"
+#include "staff/banking.h"
 #include "staff_fixture.h"
 
 using namespace korvel;

@@ -9,9 +9,10 @@
 #include <QTest>
 #include <QTimer>
 
-#include "staff/detail_forms.h"
-#include "staff/sk412_prg.h"
-#include "staff/sk413_prg.h"
+#include "staff/address_family.h"
+#include "staff/address_family_form.h"
+#include "staff/banking.h"
+#include "staff/banking_form.h"
 #include "staff_fixture.h"
 
 using namespace korvel;
@@ -23,16 +24,9 @@ namespace {
 // The detail forms shown through the real Qt dialogs, offscreen, over a person in memory.
 class DetailFormsTest : public ::testing::Test {
   protected:
-    static void SetUpTestSuite() {
-        static int argc = 1;
-        static char name[] = "test_detail_forms";
-        static char* argv[] = {name, nullptr};
-        if (qApp == nullptr) {
-            new QApplication(argc, argv);
-        }
-    }
     void SetUp() override {
-        staff::register_detail_forms(dialogs);
+        staff::register_address_family_form(dialogs);
+        staff::register_banking_form(dialogs);
         tree.session.set_dialogs(dialogs);
         number = korvel::testing::add_person(tree.session, {.post = "7", .surname = "DU TOIT"});
     }

@@ -2,7 +2,7 @@
 
 #include <QDir>
 
-#include "staff/sk411_prg.h"
+#include "staff/staff_register.h"
 #include "staff_fixture.h"
 
 using namespace korvel::store;

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "staff/register_upkeep.h"
-#include "staff/sk411_prg.h"
+#include "staff/staff_register.h"
 #include "staff_fixture.h"
 
 using namespace korvel::store;

@@ -15,13 +15,6 @@ using korvel::staff::RemarksFrame;
 
 namespace {
 
-void application() {
-    static int argc = 1;
-    static char name[] = "test";
-    static char* argv[] = {name};
-    static QApplication app(argc, argv);
-}
-
 void click(QWidget* form, const char* name) {
     auto* b = form->findChild<QPushButton*>(QString::fromLatin1(name));
     ASSERT_NE(b, nullptr) << name;
@@ -36,7 +29,6 @@ void select(QTextEdit* edit, const QString& text) {
 }
 
 TEST(RemarksForm, BoldOnASelectionIsSavedAsBold) {
-    application();
     QTemporaryDir tmp;
     ui::QtDialogs dialogs;
     staff::register_remarks_form(dialogs);
@@ -74,7 +66,6 @@ TEST(RemarksForm, BoldOnASelectionIsSavedAsBold) {
 class RemarksDialogTest : public ::testing::Test {
   protected:
     RemarksDialogTest() {
-        application();
         tree.session.fixed_today = QDate(2026, 3, 10);
         tree.session.fs().create_folder(tree.session.folders.staff + "\\opmerkings");
     }

@@ -6,9 +6,9 @@
 #include <map>
 
 #include "shell/staff_person.h"
-#include "staff/sk411_inlees.h"
-#include "staff/sk411_prg.h"
-#include "staff/staff_kies_inlees.h"
+#include "staff/detail_chooser.h"
+#include "staff/staff_entry.h"
+#include "staff/staff_register.h"
 #include "staff_fixture.h"
 
 using namespace korvel::store;
@@ -440,7 +440,7 @@ TEST_F(Entry, TheChooserOpensTheDetailFormsAfterASave) {
     auto reg = open_register(false);
     int chooser_seen = 0;
     tree.dialogs.on_form("staff_kies_inlees", [&](ChildForm& f) {
-        auto& c = static_cast<StaffDetailChooser&>(f);
+        auto& c = static_cast<DetailChooser&>(f);
         ++chooser_seen;
         EXPECT_EQ(c.caption, "PERSONEELBESONDERHEDE INLEES");
         for (int i : {3, 5, 7}) {
@@ -460,7 +460,6 @@ TEST_F(Entry, TheChooserOpensTheDetailFormsAfterASave) {
     EXPECT_EQ(tree.dialogs.forms_shown(),
               QStringList({"sk411_inlees", "staff_kies_inlees", "sk413_prg"}));
     EXPECT_EQ(master("A1").text(PRSALG["PA_NAME"]).trimmed(), "THABO JOHN");
-
 }
 
 TEST(LearnerCascade, MatchesStarlessFormsAndAsksFirst) {

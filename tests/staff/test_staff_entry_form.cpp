@@ -17,9 +17,11 @@
 #include "demo_forms_fixture.h"
 #include "shell/demo_tree.h"
 #include "shell/folders.h"
-#include "staff/detail_forms.h"
-#include "staff/sk411_inlees_form.h"
-#include "staff/sk411_prg.h"
+#include "staff/address_family_form.h"
+#include "staff/banking_form.h"
+#include "staff/detail_chooser_form.h"
+#include "staff/staff_entry_form.h"
+#include "staff/staff_register.h"
 #include "ui/qt_dialogs.h"
 
 using namespace korvel;
@@ -29,8 +31,10 @@ namespace {
 class EntryFormTest : public korvel::testing::DemoForms<ui::QtDialogs> {
   protected:
     EntryFormTest() {
-        staff::register_entry_forms(dialogs);
-        staff::register_detail_forms(dialogs);
+        staff::register_staff_entry_form(dialogs);
+        staff::register_detail_chooser_form(dialogs);
+        staff::register_address_family_form(dialogs);
+        staff::register_banking_form(dialogs);
     }
 };
 

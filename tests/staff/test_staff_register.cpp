@@ -2,8 +2,8 @@
 
 #include <QFile>
 
-#include "staff/sk411_inlees.h"
-#include "staff/sk411_prg.h"
+#include "staff/staff_entry.h"
+#include "staff/staff_register.h"
 #include "staff_fixture.h"
 #include "store/locks.h"
 

@@ -8,11 +8,11 @@
 #include <QFileInfo>
 
 #include "demo_forms_fixture.h"
-#include "reports/sk421_prg.h"
-#include "reports/staff_kies_druk.h"
+#include "reports/print_menu.h"
+#include "reports/staff_lists.h"
 #include "shell/demo_tree.h"
 #include "shell/folders.h"
-#include "staff/sk411_prg_form.h"
+#include "staff/staff_register_form.h"
 #include "ui/scripted_dialogs.h"
 
 using namespace korvel;
@@ -101,13 +101,13 @@ TEST_F(RegisterFormTest, ThePrintButtonOpensThePrintMenuAndTheStaffLists) {
     staff::StaffRegisterForm form(session, true);
     ASSERT_TRUE(form.load());
     dialogs.on_form("staff_kies_druk", [](ui::ChildForm& f) {
-        auto& menu = static_cast<reports::StaffKiesDruk&>(f);
+        auto& menu = static_cast<reports::PrintMenu&>(f);
         EXPECT_TRUE(menu.pr_option[1].enabled);
         menu.pr_option_click(1);  // the staff list
     });
     std::size_t listed = 0;
     dialogs.on_form("sk421_prg", [&](ui::ChildForm& f) {
-        listed = static_cast<reports::Sk421Prg&>(f).prs_lys.size();
+        listed = static_cast<reports::StaffLists&>(f).prs_lys.size();
     });
     auto* print = form.findChild<QPushButton*>("task_options_5");
     ASSERT_TRUE(print->isEnabled());

@@ -57,17 +57,6 @@ class Driver {
 
 class QtDialogsTest : public ::testing::Test {
   protected:
-    static void SetUpTestSuite() {
-        static int argc = 1;
-        static char name[] = "test_qt_dialogs";
-        static char* argv[] = {name, nullptr};
-        if (qApp == nullptr) {
-            if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-                qputenv("QT_QPA_PLATFORM", "offscreen");
-            }
-            new QApplication(argc, argv);
-        }
-    }
     QtDialogs dialogs;
 };
 

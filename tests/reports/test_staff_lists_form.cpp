@@ -6,9 +6,11 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include "reports/print_menu_form.h"
+#include "reports/staff_lists_form.h"
 #include "shell/demo_tree.h"
 #include "shell/folders.h"
-#include "ui/staff_list_forms.h"
+#include "ui/scripted_dialogs.h"
 
 using namespace korvel;
 
@@ -30,14 +32,12 @@ void click_on_modal(const QString& form, const QString& button, bool* seen) {
 }  // namespace
 
 TEST(StaffListForms, ThePrintMenuOpensTheListFormAndBothClose) {
-    int argc = 1;
-    char name[] = "test";
-    char* argv[] = {name};
-    QApplication app(argc, argv);
     QTemporaryDir tmp;
-    shell::write_demo_tree(tmp.path(), 2026);
+    ui::UnattendedDialogs demo_answers;
+    shell::write_demo_tree(tmp.path(), 2026, demo_answers);
     ui::QtDialogs dialogs;
-    ui::register_staff_list_forms(dialogs);
+    reports::register_print_menu_form(dialogs);
+    reports::register_staff_lists_form(dialogs);
     shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
     session.folders = shell::default_folders("C:", "2026");
     session.ledger_year = "2026";
@@ -56,7 +56,7 @@ TEST(StaffListForms, ThePrintMenuOpensTheListFormAndBothClose) {
         click_on_modal("sk421_prg", "X", &closed_again);
     });
     QTimer::singleShot(600, [&] { click_on_modal("staff_kies_druk", "X", &menu_closed); });
-    ui::show_print_menu(session, nullptr);
+    reports::show_print_menu(session, nullptr);
     EXPECT_TRUE(menu_seen);
     EXPECT_TRUE(list_seen);
     EXPECT_TRUE(list_filled);

@@ -1,4 +1,4 @@
-#include "ui/staff_list_forms.h"
+#include "reports/staff_lists_form.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -15,69 +15,22 @@
 #include <QVBoxLayout>
 
 #include "platform/winpath.h"
+#include "reports/print_menu.h"
+#include "reports/print_target_host.h"
 #include "reports/school_report.h"
-#include "reports/sk421_prg.h"
-#include "reports/staff_kies_druk.h"
-#include "ui/print_target_host.h"
+#include "reports/staff_lists.h"
 
-namespace korvel::ui {
+namespace korvel::reports {
 
 namespace {
 
-void show_print_menu_form(reports::StaffKiesDruk& menu, QWidget* parent) {
-    QDialog dialog(parent);
-    dialog.setObjectName(menu.form_name());
-    dialog.setWindowTitle(menu.heading);
-    auto* layout = new QVBoxLayout(&dialog);
-    auto* heading = new QLabel(menu.heading, &dialog);
-    QFont big = heading->font();
-    big.setBold(true);
-    big.setPointSize(big.pointSize() + 3);
-    heading->setFont(big);
-    layout->addWidget(heading, 0, Qt::AlignHCenter);
-    std::array<QPushButton*, reports::kPrintMenuButtons + 1> buttons{};
-    auto* groups = new QGridLayout;
-    std::array<QVBoxLayout*, reports::kPrintMenuGroups> boxes{};
-    for (int g = 0; g < reports::kPrintMenuGroups; ++g) {
-        auto* box = new QGroupBox(menu.group_captions[static_cast<std::size_t>(g)], &dialog);
-        boxes[static_cast<std::size_t>(g)] = new QVBoxLayout(box);
-        groups->addWidget(box, g / 3, g % 3);
-    }
-    const auto refresh = [&] {
-        for (int i = 1; i <= reports::kPrintMenuButtons; ++i) {
-            buttons[static_cast<std::size_t>(i)]->setEnabled(
-                menu.pr_option[static_cast<std::size_t>(i)].enabled);
-        }
-    };
-    for (int i = 1; i <= reports::kPrintMenuButtons; ++i) {
-        const reports::PrintMenuButton& b = menu.pr_option[static_cast<std::size_t>(i)];
-        auto* button = new QPushButton(b.caption, &dialog);
-        button->setObjectName(QStringLiteral("pr_option_%1").arg(i));
-        boxes[static_cast<std::size_t>(b.group)]->addWidget(button);
-        QObject::connect(button, &QPushButton::clicked, &dialog, [&, i] {
-            menu.pr_option_click(i);
-            refresh();
-        });
-        buttons[static_cast<std::size_t>(i)] = button;
-    }
-    layout->addLayout(groups);
-    auto* exit = new QPushButton(QStringLiteral("X"), &dialog);
-    QObject::connect(exit, &QPushButton::clicked, &dialog, [&] {
-        menu.exit_click();
-        dialog.accept();
-    });
-    layout->addWidget(exit, 0, Qt::AlignRight);
-    refresh();
-    dialog.exec();
-}
-
-void show_staff_list_form(reports::Sk421Prg& form, QWidget* parent) {
+void show_staff_list_form(StaffLists& form, QWidget* parent) {
     QDialog dialog(parent);
     dialog.setObjectName(form.form_name());
     dialog.setWindowTitle(form.caption);
     auto* layout = new QHBoxLayout(&dialog);
     auto* list = new QListWidget(&dialog);
-    for (const reports::StaffEntry& e : form.prs_lys) {
+    for (const StaffListEntry& e : form.prs_lys) {
         list->addItem(e.text);
     }
     layout->addWidget(list, 1);
@@ -117,7 +70,7 @@ void show_staff_list_form(reports::Sk421Prg& form, QWidget* parent) {
         r->setChecked(static_cast<int>(form.kies_volgorde) == i);
         QObject::connect(r, &QRadioButton::toggled, &dialog, [&, i](bool on) {
             if (on) {
-                form.kies_volgorde = static_cast<reports::StaffOrder>(i);
+                form.kies_volgorde = static_cast<StaffOrder>(i);
             }
         });
         order_layout->addWidget(r);
@@ -143,7 +96,7 @@ void show_staff_list_form(reports::Sk421Prg& form, QWidget* parent) {
         r->setChecked(static_cast<int>(form.kies_administratief) == i);
         QObject::connect(r, &QRadioButton::toggled, &dialog, [&, i](bool on) {
             if (on) {
-                form.kies_administratief = static_cast<reports::AdminChoice>(i);
+                form.kies_administratief = static_cast<AdminChoice>(i);
             }
         });
         admin_layout->addWidget(r);
@@ -202,26 +155,9 @@ void show_staff_list_form(reports::Sk421Prg& form, QWidget* parent) {
 
 }  // namespace
 
-void register_staff_list_forms(QtDialogs& dialogs) {
-    dialogs.register_form(QStringLiteral("staff_kies_druk"), [](ChildForm& f, QWidget* p) {
-        show_print_menu_form(static_cast<reports::StaffKiesDruk&>(f), p);
-    });
-    dialogs.register_form(QStringLiteral("sk421_prg"), [](ChildForm& f, QWidget* p) {
-        show_staff_list_form(static_cast<reports::Sk421Prg&>(f), p);
+void register_staff_lists_form(ui::QtDialogs& dialogs) {
+    dialogs.register_form(QStringLiteral("sk421_prg"), [](ui::ChildForm& f, QWidget* p) {
+        show_staff_list_form(static_cast<StaffLists&>(f), p);
     });
 }
-
-void show_print_menu(shell::Session& session, QWidget* parent) {
-    QtPrintTargetHost host(parent);
-    reports::PrintJob job(host.job_device(), session.dialogs(), reports::report_school(session),
-                          session.afrikaans);
-    job.general_year_folder = session.fs().native(session.folders.general_year);
-    QtPrintProgress progress(parent);
-    job.progress = &progress;
-    reports::StaffKiesDruk menu(session.afrikaans);
-    reports::register_staff_lists(menu, session, job, &host);
-    menu.form_load();
-    session.dialogs().show_modal(menu);
-}
-
-}  // namespace korvel::ui
+}  // namespace korvel::reports

@@ -1,42 +1,42 @@
-#include "ui/print_target_host.h"
+#include "reports/print_target_host.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QPrintDialog>
 #include <QVBoxLayout>
 
-#include "ui/kies_drukker_form.h"
+#include "reports/print_target_form.h"
 
-namespace korvel::ui {
+namespace korvel::reports {
 
 QtPrintTargetHost::QtPrintTargetHost(QWidget* parent) : parent_(parent) {}
 
-PrinterDevice& QtPrintTargetHost::printer_device() {
+ui::PrinterDevice& QtPrintTargetHost::printer_device() {
     if (devices_.empty())
-        devices_.push_back(std::make_unique<PrinterDevice>());
+        devices_.push_back(std::make_unique<ui::PrinterDevice>());
     return *devices_.back();
 }
 
-reports::PrintDevice& QtPrintTargetHost::job_device() {
-    PrinterDevice& printer = printer_device();
+PrintDevice& QtPrintTargetHost::job_device() {
+    ui::PrinterDevice& printer = printer_device();
     if (previews_.empty() || &previews_.back()->printer() != &printer) {
-        previews_.push_back(std::make_unique<PreviewPrinterDevice>(printer, parent_));
+        previews_.push_back(std::make_unique<ui::PreviewPrinterDevice>(printer, parent_));
     }
     return *previews_.back();
 }
 
-void QtPrintTargetHost::show_modal(reports::KiesDrukker& form) {
-    KiesDrukkerForm dialog(form, parent_);
+void QtPrintTargetHost::show_modal(PrintTarget& form) {
+    PrintTargetForm dialog(form, parent_);
     dialog.exec();
 }
 
-bool QtPrintTargetHost::choose_printer(reports::PrintJob& job) {
-    PrinterDevice& current = printer_device();
+bool QtPrintTargetHost::choose_printer(PrintJob& job) {
+    ui::PrinterDevice& current = printer_device();
     QPrintDialog dialog(&current.qprinter(), parent_);
     if (dialog.exec() != QDialog::Accepted)
         return false;
-    devices_.push_back(std::make_unique<PrinterDevice>(current.qprinter().printerName()));
-    PrinterDevice& chosen = *devices_.back();
+    devices_.push_back(std::make_unique<ui::PrinterDevice>(current.qprinter().printerName()));
+    ui::PrinterDevice& chosen = *devices_.back();
     chosen.qprinter().setColorMode(current.qprinter().colorMode());
     job.set_device(job_device());
     return true;
@@ -80,4 +80,4 @@ void QtPrintProgress::clear() {
     window_->hide();
 }
 
-}  // namespace korvel::ui
+}  // namespace korvel::reports

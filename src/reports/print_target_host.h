@@ -12,31 +12,31 @@
 class QLabel;
 class QWidget;
 
-namespace korvel::ui {
+namespace korvel::reports {
 
-class QtPrintTargetHost : public reports::PrintTargetHost {
+class QtPrintTargetHost : public PrintTargetHost {
   public:
     explicit QtPrintTargetHost(QWidget* parent = nullptr);
 
-    void show_modal(reports::KiesDrukker& form) override;
+    void show_modal(PrintTarget& form) override;
     // The system's print dialog over the current printer; a printer chosen there becomes the
     // job's device.
-    bool choose_printer(reports::PrintJob& job) override;
+    bool choose_printer(PrintJob& job) override;
 
     // The device of the printer in use; made on first use from the system's default.
-    PrinterDevice& printer_device();
+    ui::PrinterDevice& printer_device();
     // The device a report's job prints on: the printer in use behind its print preview.
-    reports::PrintDevice& job_device();
+    PrintDevice& job_device();
 
   private:
     QWidget* parent_;
     // Devices stay alive as long as the host: a job may still point at an earlier one.
-    std::vector<std::unique_ptr<PrinterDevice>> devices_;
-    std::vector<std::unique_ptr<PreviewPrinterDevice>> previews_;
+    std::vector<std::unique_ptr<ui::PrinterDevice>> devices_;
+    std::vector<std::unique_ptr<ui::PreviewPrinterDevice>> previews_;
 };
 
 // The small window that shows what is being printed: heading, printer and page.
-class QtPrintProgress : public reports::PrintProgress {
+class QtPrintProgress : public PrintProgress {
   public:
     explicit QtPrintProgress(QWidget* parent = nullptr);
     ~QtPrintProgress() override;
@@ -53,4 +53,4 @@ class QtPrintProgress : public reports::PrintProgress {
     QLabel* wdv_bladsy_ = nullptr;
 };
 
-}  // namespace korvel::ui
+}  // namespace korvel::reports
