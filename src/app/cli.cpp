@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "app/cli_check.h"
 #include "app/cli_dump.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
@@ -28,7 +29,8 @@ const char* const kUsage =
     "  compact --folder DIR\n"
     "      compacts the staff files of DIR, as closing the register does\n"
     "  info [--drive X:=DIR ...]\n"
-    "      runs the start-up unattended and prints the folders, ledger year, language and school\n";
+    "      runs the start-up unattended and prints the folders, ledger year, language and "
+    "school\n" KORVEL_CHECK_USAGE;
 
 // The value after an option ("--folder DIR"); blank when the option is absent.
 QString option(const QStringList& args, const QString& name) {
@@ -202,6 +204,9 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
         }
         if (command == u"info") {
             return info(args, out, err);
+        }
+        if (command == u"check") {
+            return check_command(args, out, err);
         }
         if (command == u"print") {
             return reports::print_report(args, out, err);
