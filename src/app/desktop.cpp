@@ -100,8 +100,11 @@ MenuForm::MenuForm(shell::Session& session, shell::Startup& startup,
     prs_export_ = new QPushButton(QStringLiteral("⇪"), this);
     backup_ = new QPushButton(QStringLiteral("⛁"), this);
     help_pdf_ = new QPushButton(QStringLiteral("?"), this);
+    data_check_ = new QPushButton(QStringLiteral("✓"), this);
+    data_check_->setObjectName(QStringLiteral("data_check"));
+    data_check_->setEnabled(menu_.available_forms.contains(QStringLiteral("data_check")));
     prs_export_->setEnabled(menu_.available_forms.contains(QStringLiteral("sk4_export")));
-    for (QPushButton* b : {tab_undo_, nuusbrief_, prs_export_, backup_, help_pdf_}) {
+    for (QPushButton* b : {tab_undo_, nuusbrief_, prs_export_, backup_, help_pdf_, data_check_}) {
         tools->addWidget(b);
     }
     tools->addStretch();
@@ -110,6 +113,7 @@ MenuForm::MenuForm(shell::Session& session, shell::Startup& startup,
     connect(nuusbrief_, &QPushButton::clicked, this, [this] { menu_.nuusbrief_click(); });
     connect(backup_, &QPushButton::clicked, this, [this] { menu_.backup_click(); });
     connect(help_pdf_, &QPushButton::clicked, this, [this] { menu_.help_pdf_click(); });
+    connect(data_check_, &QPushButton::clicked, this, [this] { menu_.data_check_click(); });
 
     auto* body = new QHBoxLayout;
     body->addLayout(entries, 1);
@@ -147,6 +151,7 @@ void MenuForm::refresh() {
     backup_->setToolTip(menu_.backup_tooltip);
     tab_undo_->setToolTip(menu_.tab_undo_tooltip);
     nuusbrief_->setToolTip(menu_.nuusbrief_tooltip);
+    data_check_->setToolTip(menu_.data_check_tooltip);
     dir_disp_staff_->setToolTip(menu_.dir_disp_staff_tooltip);
     dir_disp_staff_->setText(menu_.dir_disp_staff);
     ops_datum_->setText(menu_.header.ops_datum);

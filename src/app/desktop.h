@@ -55,6 +55,7 @@ class MenuForm : public QWidget {
     QPushButton* prs_export_;
     QPushButton* backup_;
     QPushButton* help_pdf_;
+    QPushButton* data_check_;
     QTimer timer1_;
     std::map<QString, QPointer<QWidget>> open_forms_;
 };

@@ -1,5 +1,6 @@
 #include "app/forms.h"
 
+#include "check/data_check_form.h"
 #include "staff/staff_register_form.h"
 
 namespace korvel::app {
@@ -15,6 +16,7 @@ const std::map<QString, FormFactory>& desktop_forms() {
              }
              return form;
          }},
+        {QStringLiteral("data_check"), check::open_data_check},
     };
     return forms;
 }

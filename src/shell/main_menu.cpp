@@ -49,6 +49,8 @@ void MainMenu::set_captions() {
                              " Reset data files to pre-conversion state and redo conversion ");
     nuusbrief_tooltip = s_.tr(" Lees/druk Nuusbrief & Veranderings inligting ",
                               " Read/Print News letter & Changes information ");
+    data_check_tooltip =
+        s_.tr(" Kontroleer die datalêers van die jaar ", " Check the data files of the year ");
 }
 
 QStringList ledger_years(const Session& s_) {
@@ -194,6 +196,12 @@ void MainMenu::backup_click() {
     const QString tool = join(s_.folders.suite_home, QStringLiteral("ORSTELL\\ORSTELL.EXE"));
     if (s_.fs().file_exists(tool)) {
         s_.starter().start_detached(s_.fs().native(tool), {});
+    }
+}
+
+void MainMenu::data_check_click() {
+    if (open_child_form) {
+        open_child_form(QStringLiteral("data_check"));
     }
 }
 

@@ -34,6 +34,7 @@ class MainMenu {
     std::array<MenuEntry, 6> sk4_menu;  // entries 1 to 5; 0 unused
     QString sk4_exit_tooltip = QStringLiteral("EXIT");
     QString backup_tooltip, dir_disp_staff_tooltip, tab_undo_tooltip, nuusbrief_tooltip;
+    QString data_check_tooltip;
     QStringList rekords_jaar_lys;  // ledger years with folders, rising
     QString year_label;
     QString dir_disp_staff;  // the staff folder, as upper_name shows it
@@ -62,6 +63,8 @@ class MainMenu {
     void nuusbrief_click();
     void help_pdf_click();
     void backup_click();
+    // The data check of the year, as a report (the form "data_check").
+    void data_check_click();
     void timer1_tick();
     // A language change from the splash or a test: captions and tooltips again.
     void set_captions();
