@@ -156,14 +156,35 @@ bool is_reserved(const Field& f) {
 constexpr double kFirstSerial = 2;
 constexpr double kLastSerial = 73415;
 
+// The rule of each field of a layout, looked up once, not once a record.
+const std::vector<const NumberRule*>& rules_of(const Layout& layout) {
+    static QHash<const Layout*, std::vector<const NumberRule*>> cache;
+    auto it = cache.find(&layout);
+    if (it == cache.end()) {
+        std::vector<const NumberRule*> rules;
+        for (const Field& f : layout.fields) {
+            rules.push_back(f.type == FieldType::Int16 || f.type == FieldType::Byte ? number_rule(f)
+                                                                                    : nullptr);
+        }
+        it = cache.insert(&layout, std::move(rules));
+    }
+    return *it;
+}
+
 // The field rules over one record's bytes.
 void check_fields(const Layout& layout, const char* bytes, int number, FileFindings& out) {
-    for (const Field& f : layout.fields) {
-        if (is_reserved(f)) {
+    const std::vector<const NumberRule*>& rules = rules_of(layout);
+    for (std::size_t n = 0; n < layout.fields.size(); ++n) {
+        const Field& f = layout.fields[n];
+        const NumberRule* rule = rules[n];
+        if (is_reserved(f) || (f.type == FieldType::Int16 && rule == nullptr)) {
             continue;
         }
-        const NumberRule* rule =
-            f.type == FieldType::Int16 || f.type == FieldType::Byte ? number_rule(f) : nullptr;
+        // Text without a NUL anywhere in the field (the usual case) needs no look at its slots.
+        if (f.type == FieldType::Text &&
+            std::memchr(bytes + f.offset, '\0', std::size_t(f.size())) == nullptr) {
+            continue;
+        }
         for (int i = 0; i < f.count; ++i) {
             const char* p = bytes + f.element_offset(i);
             switch (f.type) {
@@ -274,6 +295,20 @@ QString why_stale(const CheckTree& t, const char* b) {
     return {};
 }
 
+// True when a text field of raw record bytes reads blank, without decoding it.
+bool blank_at(const char* bytes, const Field& f) {
+    const char* p = bytes + f.offset;
+    if (p[0] == '\0') {
+        return true;
+    }
+    for (int i = 0; i < f.width; ++i) {
+        if (p[i] != ' ' && p[i] != '\0') {
+            return false;
+        }
+    }
+    return true;
+}
+
 // ---- the check ------------------------------------------------------------------------------
 
 class Checker {
@@ -310,6 +345,7 @@ class Checker {
     struct Kept {
         int record;
         QString post;
+        QString key;  // upper case
         bool active;
     };
     std::vector<Kept> kept_;
@@ -424,10 +460,9 @@ void Checker::check_staff_files() {
     };
     std::vector<Post> posts;
     check_record_file(staff, store::PRSALG, [&](int number, const char* bytes) {
+        const bool surname = !blank_at(bytes, kSurname);
         posts.push_back({number, text_at(bytes, kPost), text_at(bytes, kState),
-                         !text_at(bytes, kSurname).isEmpty() || !text_at(bytes, kNames).isEmpty() ||
-                             !text_at(bytes, kTitle).isEmpty(),
-                         !text_at(bytes, kSurname).isEmpty()});
+                         surname || !blank_at(bytes, kNames) || !blank_at(bytes, kTitle), surname});
     });
     {
         FileFindings out(out_, alg);
@@ -444,7 +479,7 @@ void Checker::check_staff_files() {
                         QStringLiteral("a blank post number"));
                 continue;
             }
-            kept_.push_back({p.record, p.post, p.state.isEmpty()});
+            kept_.push_back({p.record, p.post, p.post.toUpper(), p.state.isEmpty()});
             if (bad_in_file_name(p.post)) {
                 out.add(p.record, QStringLiteral("PA_POS_NR"),
                         QStringLiteral("post number \"%1\" holds a character no file name may hold")
@@ -515,7 +550,7 @@ void Checker::check_companion(const Layout& layout, const Field& key, bool activ
     }
     FileFindings out(out_, join(t_.folders.staff, QStringLiteral("prs_alg_random.txt")));
     for (const Kept& k : kept_) {
-        if ((k.active || !active_only) && !first.contains(k.post.toUpper())) {
+        if ((k.active || !active_only) && !first.contains(k.key)) {
             out.add(k.record, QStringLiteral("PA_POS_NR"),
                     QStringLiteral("post number %1 has no record in %2").arg(k.post, file));
         }
