@@ -17,10 +17,14 @@
 #include "shell/session.h"
 #include "shell/startup.h"
 #include "staff/address_family_form.h"
+#include "staff/appointments_form.h"
 #include "staff/banking_form.h"
 #include "staff/detail_chooser_form.h"
+#include "staff/experience_form.h"
+#include "staff/qualifications_form.h"
 #include "staff/remarks_form.h"
 #include "staff/staff_entry_form.h"
+#include "staff/subject_codes_form.h"
 #include "ui/qt_dialogs.h"
 
 using namespace korvel;
@@ -39,6 +43,10 @@ int main(int argc, char** argv) {
     staff::register_address_family_form(dialogs);
     staff::register_banking_form(dialogs);
     staff::register_remarks_form(dialogs);
+    staff::register_qualifications_form(dialogs);
+    staff::register_appointments_form(dialogs);
+    staff::register_experience_form(dialogs);
+    staff::register_subject_codes_form(dialogs);
     platform::DriveMap drives = platform::DriveMap::from_environment();
     shell::Session session(dialogs, drives);
     session.executable_path = platform::executable_windows_path(drives);

@@ -3,7 +3,10 @@
 #include "attendance/attendance_register.h"
 #include "attendance/leave_capture.h"
 #include "staff/address_family.h"
+#include "staff/appointments.h"
 #include "staff/banking.h"
+#include "staff/experience.h"
+#include "staff/qualifications.h"
 
 namespace korvel::staff {
 
@@ -39,6 +42,9 @@ bool detail_form_available(StaffDetail detail) {
     switch (detail) {
         case StaffDetail::Address:
         case StaffDetail::Banking:
+        case StaffDetail::Qualifications:
+        case StaffDetail::Appointments:
+        case StaffDetail::Experience:
         case StaffDetail::Attendance:
         case StaffDetail::Leave:
             return true;
@@ -56,6 +62,21 @@ bool open_detail_form(shell::Session& session, StaffDetail detail, bool educator
         }
         case StaffDetail::Banking: {
             BankingDetails form(session);
+            session.dialogs().show_modal(form);
+            return true;
+        }
+        case StaffDetail::Qualifications: {
+            Qualifications form(session);
+            session.dialogs().show_modal(form);
+            return true;
+        }
+        case StaffDetail::Appointments: {
+            Appointments form(session, educators);
+            session.dialogs().show_modal(form);
+            return true;
+        }
+        case StaffDetail::Experience: {
+            Experience form(session);
             session.dialogs().show_modal(form);
             return true;
         }

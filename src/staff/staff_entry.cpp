@@ -5,7 +5,9 @@
 #include "shell/helpers.h"
 #include "shell/main_menu.h"
 #include "shell/staff_person.h"
+#include "staff/appointments.h"
 #include "staff/detail_chooser.h"
+#include "staff/experience.h"
 #include "staff/remarks.h"
 #include "staff/staff_register.h"
 #include "store/record_layouts.h"
@@ -767,11 +769,12 @@ bool StaffEntry::save_record() {
 }
 
 void StaffEntry::ensure_appointment_and_experience() {
-    const Record& r = session_.working(Code::PRSALG);
+    Record& r = session_.working(Code::PRSALG);
     const auto dates_missing = [&r] {
         return !r.date(PRSALG["PA_DTM_AAN"]).has_value() ||
                !r.date(PRSALG["PA_DTM_SKL"]).has_value();
     };
+    // Years at this school or in the province alone do not count here.
     const auto years_missing = [&r] {
         for (const Field* f : {&PRSALG["PO_JRE_OND"], &PRSALG["PO_JRE_DPT"], &PRSALG["PO_JRE_A_H"],
                                &PRSALG["PO_JRE_SAH"], &PRSALG["PO_JRE_HF"]}) {
@@ -781,23 +784,33 @@ void StaffEntry::ensure_appointment_and_experience() {
         }
         return true;
     };
-    // The loop repeats until both hold; while the appointment and experience forms are not
-    // there to give the values, each question is shown once and the save goes on.
+    // Each form writes the master record itself; what it saved is read back, so that what this
+    // form writes later stands on it.
+    const int number = session_.state(Code::PRSALG).current;
+    const auto reread = [this, number] { session_.read_record(Code::PRSALG, number); };
+    // The loop ends only when both hold: leaving a form without saving asks again. Where no
+    // form can be shown (the command line) the questions are all the save can give.
     while (dates_missing() || years_missing()) {
-        bool opened = false;
+        bool shown = false;
         if (dates_missing()) {
             session_.dialogs().message(
                 session_.tr("AANSTELLINGSDATUMS onvolledig. Korrigeer asb...",
                             "APPOINTMENT DATES incomplete. Please correct..."));
-            opened = open_detail_form(session_, StaffDetail::Appointments) || opened;
+            Appointments form(session_, educators());
+            session_.dialogs().show_modal(form);
+            shown = form.loaded;
+            reread();
         }
         if (years_missing()) {
             session_.dialogs().message(
                 session_.tr("JARE ONDERVING IN ONDERWYS onvolledig. Korrigeer asb...",
                             "YEARS EXPERIENCE IN TEACHING incomplete. Please correct..."));
-            opened = open_detail_form(session_, StaffDetail::Experience) || opened;
+            Experience form(session_);
+            session_.dialogs().show_modal(form);
+            shown = form.loaded || shown;
+            reread();
         }
-        if (!opened) {
+        if (!shown) {
             break;
         }
     }

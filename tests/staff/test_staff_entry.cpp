@@ -6,7 +6,9 @@
 #include <map>
 
 #include "shell/staff_person.h"
+#include "staff/appointments.h"
 #include "staff/detail_chooser.h"
+#include "staff/experience.h"
 #include "staff/staff_entry.h"
 #include "staff/staff_register.h"
 #include "staff_fixture.h"
@@ -150,6 +152,47 @@ TEST_F(Entry, ANewEducatorLandsOnDiskAsTheFieldsSay) {
     EXPECT_TRUE(tree.dialogs.texts().contains("APPOINTMENT DATES incomplete. Please correct..."));
     EXPECT_TRUE(tree.dialogs.texts().contains(
         "YEARS EXPERIENCE IN TEACHING incomplete. Please correct..."));
+}
+
+TEST_F(Entry, TheCompletenessLoopEndsOnlyWithDatesAndYearsInEducation) {
+    int appointments = 0;
+    int experience = 0;
+    tree.dialogs.on_form("sk415_prg", [&](ChildForm& f) {
+        auto& a = static_cast<Appointments&>(f);
+        a.form_load();
+        if (++appointments == 1) {
+            a.staff_exit_click();  // leaving without saving only asks again
+            return;
+        }
+        a.dtm_data = {"", "2001.01.15", "2010.01.01"};
+        a.grid_ok_click();
+    });
+    tree.dialogs.on_form("sk416_prg", [&](ChildForm& f) {
+        auto& x = static_cast<Experience&>(f);
+        x.form_load();
+        x.jre_data[1] = "6";  // years at this school alone don't do
+        if (++experience == 2) {
+            x.jre_data[6] = "3";
+        }
+        x.jre_ok_click();
+    });
+    auto reg = open_register();
+    add_new(*reg, [&](StaffEntry& e) {
+        e.prs_data[1] = "20";
+        complete(e);
+        e.data_ok_click();
+        EXPECT_TRUE(e.closed);
+        // A later save of the entry form stands on what the two forms saved.
+        EXPECT_TRUE(e.save_record());
+    });
+    EXPECT_EQ(appointments, 2);
+    EXPECT_EQ(experience, 2);
+    EXPECT_EQ(tree.dialogs.texts().count("AANSTELLINGSDATUMS onvolledig. Korrigeer asb..."), 2);
+    const Record r = master("20");
+    EXPECT_EQ(r.date(PRSALG["PA_DTM_AAN"]), QDate(2001, 1, 15));
+    EXPECT_EQ(r.date(PRSALG["PA_DTM_SKL"]), QDate(2010, 1, 1));
+    EXPECT_EQ(r.int16(PRSALG["PO_JRE_A_H"]), 3);
+    EXPECT_EQ(r.int16(PRSALG["PO_JRE_OND"]), 6);  // lifted by the second save
 }
 
 TEST_F(Entry, CompulsoryFieldsTurnTheirLabelsRedTogether) {
@@ -446,10 +489,10 @@ TEST_F(Entry, TheChooserOpensTheDetailFormsAfterASave) {
         for (int i : {3, 5, 7}) {
             EXPECT_FALSE(c.pr_option[i].visible) << i;  // not for employees
         }
-        EXPECT_FALSE(c.pr_option[4].enabled);
-        c.pr_option_click(4);  // not there yet: nothing chosen
+        EXPECT_FALSE(c.pr_option[8].enabled);
+        c.pr_option_click(8);  // not there yet: nothing chosen
         EXPECT_EQ(c.chosen, 0);
-        c.pr_option_click(2);
+        c.pr_option_click(4);
         EXPECT_EQ(c.chosen_label, "A1 MNR T J MOKOENA");
     });
     edit(*reg, "A1", [&](StaffEntry& e) {
@@ -457,8 +500,8 @@ TEST_F(Entry, TheChooserOpensTheDetailFormsAfterASave) {
         e.alg_opsies_click(1);  // no compulsory tests on this route
     });
     EXPECT_EQ(chooser_seen, 1);
-    EXPECT_EQ(tree.dialogs.forms_shown(),
-              QStringList({"sk411_inlees", "staff_kies_inlees", "sk413_prg"}));
+    EXPECT_EQ(tree.dialogs.forms_shown(), QStringList({"sk411_inlees", "sk415_prg", "sk416_prg",
+                                                       "staff_kies_inlees", "sk415_prg"}));
     EXPECT_EQ(master("A1").text(PRSALG["PA_NAME"]).trimmed(), "THABO JOHN");
 }
 
