@@ -6,6 +6,7 @@
 
 #include "app/cli_check.h"
 #include "app/cli_dump.h"
+#include "app/cli_subjects.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
 #include "reports/cli_print.h"
@@ -188,7 +189,7 @@ int info(const QStringList& args, QTextStream& out, QTextStream& err) {
 
 int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (args.isEmpty() || args.first() == u"--help" || args.first() == u"help") {
-        (args.isEmpty() ? err : out) << kUsage << reports::kPrintUsage;
+        (args.isEmpty() ? err : out) << kUsage << kSubjectsListUsage << reports::kPrintUsage;
         return args.isEmpty() ? 2 : 0;
     }
     try {
@@ -207,6 +208,9 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
         }
         if (command == u"check") {
             return check_command(args, out, err);
+        }
+        if (command == u"subjects" && args.value(1) == u"list") {
+            return subjects_list(args, out, err);
         }
         if (command == u"print") {
             return reports::print_report(args, out, err);

@@ -1046,6 +1046,24 @@ class YearWriter {
     QStringList& files_;
 };
 
+// LURITS number, grade, Afrikaans and English name of the subjects the demo school offers.
+constexpr const char* kSubjectCodes =
+    "1010,10,\"Afrikaans Huistaal\",\"Afrikaans Home Language\"\r\n"
+    "1020,10,\"Engels Eerste Addisionele Taal\",\"English First Additional Language\"\r\n"
+    "2010,10,\"Wiskunde\",\"Mathematics\"\r\n"
+    "2020,10,\"Wiskundige Geletterdheid\",\"Mathematical Literacy\"\r\n"
+    "3010,10,\"Fisiese Wetenskappe\",\"Physical Sciences\"\r\n"
+    "3020,10,\"Lewenswetenskappe\",\"Life Sciences\"\r\n"
+    "4010,10,\"Geskiedenis\",\"History\"\r\n"
+    "4020,10,\"Geografie\",\"Geography\"\r\n"
+    "5010,10,\"Rekeningkunde\",\"Accounting\"\r\n"
+    "6010,10,\"Lewensoriëntering\",\"Life Orientation\"\r\n"
+    "7010,9,\"Natuurwetenskappe\",\"Natural Sciences\"\r\n"
+    "7020,9,\"Skeppende Kunste\",\"Creative Arts\"\r\n"
+    "8010,12,\"Inligtingstegnologie\",\"Information Technology\"\r\n"
+    "8020,12,\"Ingenieursgrafika en -ontwerp\",\"Engineering Graphics and Design\"\r\n"
+    "9010,R,\"Kinders se wêreld\",\"Children?s world\"\r\n";
+
 QByteArray network_file(const store::Folders& folders) {
     QByteArray bytes;
     for (const QString& line : network_lines(folders)) {
@@ -1090,6 +1108,14 @@ DemoSummary write_demo_tree(const QString& native_root, int year, ui::Dialogs& d
                 winpath::join(session->folders.workstation, QStringLiteral("network.dta"));
             session->fs().write_all(network, network_file(session->folders));
             summary.files << session->fs().native(network);
+
+            // The subject code list of the suite home (where the suite's programs are
+            // installed), as the suite ships it: quoted names, a "?" for an apostrophe.
+            const QString home = drive + QStringLiteral("\\Program Files (x86)");
+            session->fs().create_folder(home);
+            const QString codes = winpath::join(home, QStringLiteral("vakkodes grade r-12.csv"));
+            session->fs().write_all(codes, cp1252::encode(QString::fromUtf8(kSubjectCodes)));
+            summary.files << session->fs().native(codes);
 
             const QString language =
                 winpath::join(session->folders.workstation, QStringLiteral("language.txt"));

@@ -1,0 +1,64 @@
+#include "app/cli_subjects.h"
+
+#include "platform/drive_map.h"
+#include "platform/executable.h"
+#include "shell/session.h"
+#include "shell/startup.h"
+#include "staff/subject_codes.h"
+#include "ui/scripted_dialogs.h"
+
+namespace korvel::app {
+
+const char* const kSubjectsListUsage =
+    "  subjects list [--lang af|en] [--drive X:=DIR ...]\n"
+    "      the staff subject codes of the suite home: code, grade, name\n";
+
+namespace {
+
+// A value as a field of a comma-separated line: quoted when it holds a comma or a quote.
+QString csv_field(const QString& value) {
+    if (!value.contains(u',') && !value.contains(u'"')) {
+        return value;
+    }
+    return u'"' + QString(value).replace(QStringLiteral("\""), QStringLiteral("\"\"")) + u'"';
+}
+
+}  // namespace
+
+int subjects_list(const QStringList& args, QTextStream& out, QTextStream& err) {
+    platform::DriveMap drives = platform::DriveMap::from_environment();
+    std::optional<bool> afrikaans;
+    for (qsizetype i = 2; i < args.size(); ++i) {
+        const QString& a = args.at(i);
+        if (a == u"--drive" && i + 1 < args.size()) {
+            const QStringList bad = drives.read_config(args.at(++i));
+            if (!bad.isEmpty()) {
+                err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
+                return 2;
+            }
+        } else if (a == u"--lang" && i + 1 < args.size() &&
+                   (args.at(i + 1) == u"af" || args.at(i + 1) == u"en")) {
+            afrikaans = args.at(++i) == u"af";
+        } else {
+            err << "usage: korvel-cli\n" << kSubjectsListUsage;
+            return 2;
+        }
+    }
+    ui::UnattendedDialogs dialogs;
+    shell::Session session(dialogs, drives);
+    session.executable_path = platform::executable_windows_path(drives);
+    session.afrikaans = false;
+    shell::Startup startup(session);
+    if (!startup.run_unattended()) {
+        return 1;
+    }
+    const bool af = afrikaans.value_or(session.afrikaans);
+    const staff::SubjectCodes codes = staff::SubjectCodes::load(session);
+    for (const staff::SubjectCode& c : codes.rows()) {
+        out << csv_field(c.code) << ',' << csv_field(c.grade) << ',' << csv_field(c.name(af))
+            << "\n";
+    }
+    return 0;
+}
+
+}  // namespace korvel::app
