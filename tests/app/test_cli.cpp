@@ -79,3 +79,16 @@ TEST(Cli, DumpNeverCreatesAndFailsClearly) {
     EXPECT_EQ(cli({"dump", "PRSALG", "--folder", tmp.path() + "/none"}).code, 1);
     EXPECT_EQ(cli({"frobnicate"}).code, 2);
 }
+
+TEST(Cli, SubjectsListTheCodesOfTheSuiteHome) {
+    QTemporaryDir tmp;
+    ASSERT_EQ(cli({"demo", tmp.path()}).code, 0);
+    const CliRun en = cli({"subjects", "list", "--drive", "C:=" + tmp.path(), "--lang", "en"});
+    ASSERT_EQ(en.code, 0) << en.err.toStdString();
+    const QStringList lines = en.out.split('\n', Qt::SkipEmptyParts);
+    EXPECT_EQ(lines.first(), "1010,10,Afrikaans Home Language");
+    EXPECT_EQ(lines.last(), "9010,R,Children's world");
+    const CliRun af = cli({"subjects", "list", "--drive", "C:=" + tmp.path(), "--lang", "af"});
+    EXPECT_TRUE(af.out.startsWith("1010,10,Afrikaans Huistaal\n"));
+    EXPECT_EQ(cli({"subjects", "list", "--lang", "de"}).code, 2);
+}
