@@ -58,6 +58,7 @@ void show_qualifications(Qualifications& form, QWidget* parent) {
     for (int i = 1; i <= 3; ++i) {
         auto* r = new QRadioButton(form.kw_opsie[static_cast<std::size_t>(i)], data_raam);
         r->setObjectName(QStringLiteral("kw_opsie_%1").arg(i));
+        r->setAutoExclusive(false);  // the type in box 0 says which one shows chosen
         QObject::connect(r, &QRadioButton::clicked, &dialog, [&, i] {
             form.kw_opsie_click(i);
             refresh();
