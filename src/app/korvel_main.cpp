@@ -21,6 +21,7 @@
 #include "staff/detail_chooser_form.h"
 #include "staff/remarks_form.h"
 #include "staff/staff_entry_form.h"
+#include "staff/staff_subjects_form.h"
 #include "ui/qt_dialogs.h"
 
 using namespace korvel;
@@ -39,6 +40,7 @@ int main(int argc, char** argv) {
     staff::register_address_family_form(dialogs);
     staff::register_banking_form(dialogs);
     staff::register_remarks_form(dialogs);
+    staff::register_staff_subjects_form(dialogs);
     platform::DriveMap drives = platform::DriveMap::from_environment();
     shell::Session session(dialogs, drives);
     session.executable_path = platform::executable_windows_path(drives);
