@@ -1,0 +1,19 @@
+#pragma once
+// `korvel-cli subjects rebuild`: the staff subjects rebuilt from the learner records, without
+// a window.
+
+#include <QStringList>
+#include <QTextStream>
+
+namespace korvel::app {
+
+// args[0] is "subjects", args[1] "rebuild". Merges into the subject file unless --recreate is
+// given. Returns the exit code: 0 done, 1 failed, 2 bad arguments.
+int subjects_rebuild(const QStringList& args, QTextStream& out, QTextStream& err);
+
+inline constexpr const char* kSubjectsRebuildUsage =
+    "  subjects rebuild [--recreate] [--drive X:=DIR ...]\n"
+    "      the staff subjects rebuilt from the learner records: merged into the subject file,\n"
+    "      or with --recreate a new file holding only what the learner records give\n";
+
+}  // namespace korvel::app
