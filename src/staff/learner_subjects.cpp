@@ -289,6 +289,14 @@ void GradeSubjects::add_row(const std::vector<std::pair<QString, QString>>& cell
     add_row(row.data(), false);
 }
 
+std::string_view GradeSubjects::row_bytes(int row) const {
+    if (row < 1 || row > class_rows()) {
+        return {};
+    }
+    return std::string_view(rows_).substr(static_cast<std::size_t>(row - 1) * row_length_,
+                                          static_cast<std::size_t>(row_length_));
+}
+
 SubjectCell GradeSubjects::cell(int row, int index) const {
     if (row < 1 || row > class_rows() || index < 0 || index >= kSubjectCells ||
         deleted_[static_cast<std::size_t>(row - 1)]) {
@@ -353,14 +361,15 @@ GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3
 
 std::optional<GradeSubjects> DbfLearnerSubjects::read_grade(const QString& folder) {
     platform::FileSystem& fs = session_.fs();
-    const QString ppl_cmp = winpath::join(folder, QStringLiteral("ppl_cmp.dbf"));
-    if (!fs.file_exists(ppl_cmp)) {
+    const auto read = [&](const char* name) {
+        return fs.read_all(winpath::join(folder, QLatin1String(name)));
+    };
+    const std::optional<QByteArray> ppl_cmp = read("ppl_cmp.dbf");
+    if (!ppl_cmp) {
         return std::nullopt;
     }
-    const auto read = [&](const char* name) {
-        return fs.read_all(winpath::join(folder, QLatin1String(name))).value_or(QByteArray());
-    };
-    return read_grade_tables(read("ppl_cmp.dbf"), read("pi3.dbf"), read("vakdta.dbf"));
+    return read_grade_tables(*ppl_cmp, read("pi3.dbf").value_or(QByteArray()),
+                             read("vakdta.dbf").value_or(QByteArray()));
 }
 
 QString subject_field_name(int index) {

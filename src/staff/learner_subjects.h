@@ -41,6 +41,8 @@ class GradeSubjects {
     int class_rows() const { return static_cast<int>(deleted_.size()); }
     // Cell 0 to 49 of a row: group 1 first, then 2, then 3. A deleted row's cells are blank.
     SubjectCell cell(int row, int index) const;
+    // The bytes of a row as the table holds them: rows with the same bytes have the same cells.
+    std::string_view row_bytes(int row) const;
 
     // Builds the rows: every row is row_length bytes; cells[i] gives where cell i lies.
     struct CellPlace {

@@ -3,9 +3,12 @@
 #include "staff/staff_subjects.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstring>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/codepage.h"
@@ -42,15 +45,31 @@ std::string_view trimmed(const char* p, int width) {
     return v;
 }
 
-// The hidden list of post numbers finds a number without regard to case.
-std::string list_key(std::string_view post) {
-    std::string k(post);
-    for (char& c : k) {
+// The hidden list of post numbers finds a number without regard to case. A post number is at
+// most five characters, so its key is its length and its characters, upper-cased, in one
+// number.
+std::uint64_t list_key(std::string_view post) {
+    std::uint64_t k = post.size();
+    for (char c : post) {
         if (c >= 'a' && c <= 'z') {
             c = static_cast<char>(c - 'a' + 'A');
         }
+        k = (k << 8) | static_cast<unsigned char>(c);
     }
     return k;
+}
+
+// Equal short texts, compared in place (the cells are a few characters each).
+bool same(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (a[i] != b[i]) {
+            return false;
+        }
+    }
+    return true;
 }
 
 // A text put in a fixed field: cut to the width, blank-padded.
@@ -88,28 +107,34 @@ class SubjectRecords {
         }
     }
 
-    // add_staff_subject: the code goes to the first blank slot of the post's list unless the
-    // list has it already or is full; a post number the file does not know gets a record.
-    // True when a code was stored.
-    bool add_staff_subject(std::string_view post, std::string_view code, std::string_view grade) {
+    // The record of a post number in personeel_lys; -1 when the file has none.
+    int find(std::string_view post) const {
         const auto it = personeel_lys_.find(list_key(post));
-        if (it == personeel_lys_.end()) {
-            std::string r(blank_record());
-            put(r.data() + kPost.offset, kPost.width, post);
-            put(r.data() + kTaught.element_offset(1), kTaught.width, code);
-            put(r.data() + kTaughtGrade.element_offset(1), kTaughtGrade.width, grade);
-            personeel_lys_.emplace(list_key(post), records());
-            bytes_.append(r);
-            changed_.push_back(true);
-            ++added_;
-            return true;
-        }
-        char* r = record(it->second);
+        return it == personeel_lys_.end() ? -1 : it->second;
+    }
+
+    // A record for a post number the file does not know: every other field blank or 0.
+    int append(std::string_view post) {
+        std::string r(blank_record());
+        put(r.data() + kPost.offset, kPost.width, post);
+        const int index = records();
+        personeel_lys_.emplace(list_key(post), index);
+        bytes_.append(r);
+        changed_.push_back(true);
+        ++added_;
+        return index;
+    }
+
+    // The walk of add_staff_subject over a record's list from slot 1: an equal code ends it
+    // with nothing to do; otherwise the code and grade go to the first blank slot, and a full
+    // list loses the code. True when the code was stored.
+    bool add_code(int index, std::string_view code, std::string_view grade) {
+        char* r = record(index);
         int first_blank = 0;
         for (int slot = 1; slot <= kLastSlot; ++slot) {
             const std::string_view stored =
                 trimmed(r + kTaught.element_offset(slot), kTaught.width);
-            if (stored == code) {
+            if (same(stored, code)) {
                 return false;
             }
             if (stored.empty() && first_blank == 0) {
@@ -117,11 +142,11 @@ class SubjectRecords {
             }
         }
         if (first_blank == 0) {
-            return false;  // a full list loses the code
+            return false;
         }
         put(r + kTaught.element_offset(first_blank), kTaught.width, code);
         put(r + kTaughtGrade.element_offset(first_blank), kTaughtGrade.width, grade);
-        changed_[static_cast<std::size_t>(it->second)] = true;
+        changed_[static_cast<std::size_t>(index)] = true;
         return true;
     }
 
@@ -147,7 +172,7 @@ class SubjectRecords {
 
     std::string bytes_;
     std::vector<bool> changed_;
-    std::unordered_map<std::string, int> personeel_lys_;
+    std::unordered_map<std::uint64_t, int> personeel_lys_;
     int existing_ = 0;
     int added_ = 0;
 };
@@ -158,6 +183,97 @@ std::string stored_code(int number) {
     std::string code = std::to_string(number);
     code.resize(std::min(code.size(), static_cast<std::size_t>(kTaught.width)));
     return code;
+}
+
+// add_staff_subject for every cell of every row that an active learner of the grade is in.
+// A call made before does nothing again (the code is in the list, or the list was full and
+// stays full), and that is what the walk saves on: learners of one class share its row, and
+// learners with the same choices and teachers have rows with the same bytes, so each row
+// content is walked once; each column of the rows remembers the subject and the teachers it
+// last resolved; and each pair of post and subject is tried once. Each learner is reported to
+// on_learner (learner, learners) as the walk reaches it. Returns the number of codes stored.
+int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& records,
+               const std::function<void(int, int)>& on_learner) {
+    std::vector<std::string> codes;  // pi3_lys: the stored code of each subject with a number
+    std::unordered_map<std::string_view, int> pi3_lys;
+    for (const auto& [code, number] : g.subjects) {
+        if (number != 0 && pi3_lys.emplace(code, static_cast<int>(codes.size())).second) {
+            codes.push_back(stored_code(number));
+        }
+    }
+    const QByteArray grade_bytes = cp1252::encode(grade);
+    const std::string_view grade_text(grade_bytes.constData(),
+                                      static_cast<std::size_t>(grade_bytes.size()));
+
+    struct Column {
+        std::string_view subject;
+        int code = -1;
+        std::array<std::string_view, 4> teachers{};
+        std::array<int, 4> record{};
+        int next = 0;
+    };
+    std::vector<Column> columns(kSubjectCells);
+    std::vector<bool> walked(static_cast<std::size_t>(g.class_rows()) + 1, false);
+    std::unordered_set<std::string_view> row_contents;
+    std::vector<std::uint8_t> tried;  // by record and code
+    int added = 0;
+    const int learners = static_cast<int>(g.class_numbers.size());
+    for (int li = 0; li < learners; ++li) {
+        on_learner(li, learners);
+        const int row = g.class_numbers[static_cast<std::size_t>(li)];
+        if (row < 1 || row > g.class_rows() || walked[static_cast<std::size_t>(row)]) {
+            continue;
+        }
+        walked[static_cast<std::size_t>(row)] = true;
+        if (!row_contents.insert(g.row_bytes(row)).second) {
+            continue;  // a row like one walked before
+        }
+        for (int c = 0; c < kSubjectCells; ++c) {
+            const SubjectCell cell = g.cell(row, c);
+            if (cell.subject.empty() || !is_post_number(cell.teacher)) {
+                continue;
+            }
+            Column& col = columns[static_cast<std::size_t>(c)];
+            if (col.subject.empty() || !same(col.subject, cell.subject)) {
+                const auto it = pi3_lys.find(cell.subject);
+                col.subject = cell.subject;
+                col.code = it == pi3_lys.end() ? -1 : it->second;
+            }
+            if (col.code < 0) {
+                continue;  // not a subject of the grade
+            }
+            int record = -1;
+            for (std::size_t k = 0; k < col.teachers.size(); ++k) {
+                if (same(col.teachers[k], cell.teacher)) {
+                    record = col.record[k];
+                    break;
+                }
+            }
+            if (record < 0) {
+                record = records.find(cell.teacher);
+                if (record < 0) {
+                    record = records.append(cell.teacher);
+                }
+                const auto k = static_cast<std::size_t>(col.next);
+                col.teachers[k] = cell.teacher;
+                col.record[k] = record;
+                col.next = (col.next + 1) % static_cast<int>(col.teachers.size());
+            }
+            const std::size_t key = static_cast<std::size_t>(record) * codes.size() +
+                                    static_cast<std::size_t>(col.code);
+            if (key >= tried.size()) {
+                tried.resize(std::max(key + 1, tried.size() * 2), 0);
+            }
+            if (tried[key] != 0) {
+                continue;
+            }
+            tried[key] = 1;
+            if (records.add_code(record, codes[static_cast<std::size_t>(col.code)], grade_text)) {
+                ++added;
+            }
+        }
+    }
+    return added;
 }
 
 }  // namespace
@@ -230,43 +346,12 @@ void StaffSubjects::recreate_staff_subjects() {
             continue;
         }
         outcome.grades_read << grade;
-        std::unordered_map<std::string_view, std::string> codes;  // pi3_lys
-        for (const auto& [code, number] : g->subjects) {
-            if (number != 0) {
-                codes.emplace(code, stored_code(number));  // the first row of a code counts
-            }
-        }
-        const QByteArray grade_bytes = cp1252::encode(grade);
-        const std::string_view grade_text(grade_bytes.constData(),
-                                          static_cast<std::size_t>(grade_bytes.size()));
-        // Learners of one class share its row: the second learner's adds would find every code
-        // already there (or the list full), so each row is walked once.
-        std::vector<bool> walked(static_cast<std::size_t>(g->class_rows()) + 1, false);
-        const int learners = static_cast<int>(g->class_numbers.size());
-        for (int li = 0; li < learners; ++li) {
+        outcome.subjects_added += walk_grade(*g, grade, records, [&](int li, int learners) {
             if (progress) {
                 progress(gi, static_cast<int>(grades.size()), li, learners);
             }
             ++outcome.learners;
-            const int row = g->class_numbers[static_cast<std::size_t>(li)];
-            if (row < 1 || row > g->class_rows() || walked[static_cast<std::size_t>(row)]) {
-                continue;
-            }
-            walked[static_cast<std::size_t>(row)] = true;
-            for (int c = 0; c < kSubjectCells; ++c) {
-                const SubjectCell cell = g->cell(row, c);
-                if (cell.subject.empty() || !is_post_number(cell.teacher)) {
-                    continue;
-                }
-                const auto code = codes.find(cell.subject);
-                if (code == codes.end()) {
-                    continue;
-                }
-                if (records.add_staff_subject(cell.teacher, code->second, grade_text)) {
-                    ++outcome.subjects_added;
-                }
-            }
-        }
+        });
     }
     if (progress) {
         progress(static_cast<int>(grades.size()), static_cast<int>(grades.size()), 0, 0);
