@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QProcess>
+#include <algorithm>
 #include <map>
 
 #include "staff/learner_subjects.h"
@@ -167,6 +168,85 @@ TEST(StaffSubjects, MergeKeepsWhatIsThereAndAFullListLosesTheCode) {
     EXPECT_EQ(t.taught("002"), QStringList({"2001/", "2002/", "1101/12"}));  // the first blank
     // Record 1 (post 001) is byte for byte as it was.
     EXPECT_EQ(t.subject_file().left(PRSVAK.record_length), before.left(PRSVAK.record_length));
+}
+
+// add_staff_subject as it reads: for every learner and every cell, the post's record found by a
+// scan of the file, read, walked and written.
+void add_cell_by_cell(store::Store& s, const GradeSubjects& g, const QString& grade) {
+    const store::Field& post_field = PRSVAK["PV_POS_NR"];
+    for (const int row : g.class_numbers) {
+        for (int c = 0; c < kSubjectCells; ++c) {
+            const SubjectCell cell = g.cell(row, c);
+            const QString post = QString::fromLatin1(cell.teacher.data(), cell.teacher.size());
+            const auto subject =
+                std::find_if(g.subjects.begin(), g.subjects.end(),
+                             [&](const auto& p) { return p.first == cell.subject; });
+            if (cell.subject.empty() || post.isEmpty() || post.count('*') == post.size() ||
+                post.size() > 5 || subject == g.subjects.end() || subject->second == 0) {
+                continue;
+            }
+            const QString code = QString::number(subject->second);
+            int number = 0;
+            s.scan_records(Code::PRSVAK, [&](int n, store::Record& r) {
+                if (number == 0 && r.text(post_field).trimmed().toUpper() == post.toUpper()) {
+                    number = n;
+                }
+            });
+            store::Record& r = s.working(Code::PRSVAK);
+            if (number == 0) {
+                r.clear();
+                r.set_text(post_field, post);
+                r.set_text(PRSVAK["PV_VAK2"], code, 1);
+                r.set_text(PRSVAK["PV_GRD2"], grade, 1);
+                s.append_record(Code::PRSVAK);
+                continue;
+            }
+            s.read_record(Code::PRSVAK, number);
+            int blank = 0;
+            bool there = false;
+            for (int slot = 1; slot <= 10 && !there; ++slot) {
+                const QString stored = r.text(PRSVAK["PV_VAK2"], slot).trimmed();
+                there = stored == code;
+                blank = blank == 0 && stored.isEmpty() ? slot : blank;
+            }
+            if (!there && blank != 0) {
+                r.set_text(PRSVAK["PV_VAK2"], code, blank);
+                r.set_text(PRSVAK["PV_GRD2"], grade, blank);
+                s.write_record(Code::PRSVAK, number);
+            }
+        }
+    }
+}
+
+TEST(StaffSubjects, SameBytesAsAddingCellByCell) {
+    // Few teachers and subjects, so that rows repeat, lists fill and posts differ in case only.
+    GradeSubjects g;
+    for (int i = 0; i < 14; ++i) {
+        g.subjects.emplace_back("S" + std::to_string(i), i == 3 ? 0 : 500 + i);
+    }
+    const char* teachers[] = {"001", "002", "a01", "A01", "050", "*", "003"};
+    unsigned seed = 7;
+    const auto next = [&seed](unsigned n) {
+        seed = seed * 1103515245U + 12345U;
+        return (seed >> 16) % n;
+    };
+    for (int row = 0; row < 8; ++row) {
+        std::vector<std::pair<QString, QString>> cells;
+        for (int c = 0; c < kSubjectCells; ++c) {
+            cells.emplace_back(QStringLiteral("S%1").arg(next(16)), teachers[next(7)]);
+        }
+        g.add_row(row % 3 == 2 ? std::vector<std::pair<QString, QString>>() : cells);
+    }
+    for (int i = 0; i < 40; ++i) {
+        g.class_numbers.push_back(static_cast<int>(next(10)));
+    }
+    SubjectsTree fast, slow;
+    fast.learners.grades[kGrade12] = g;
+    fast.rebuild(ui::Answer::No);
+    slow.session.open_file(Code::PRSVAK);
+    add_cell_by_cell(slow.session, g, "12");
+    EXPECT_EQ(fast.subject_file(), slow.subject_file());
+    EXPECT_GT(fast.session.count(Code::PRSVAK), 3);
 }
 
 TEST(StaffSubjects, RecreateLosesEveryOldRowAndReplacesTheFileWhole) {
