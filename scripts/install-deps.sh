@@ -10,7 +10,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation2
   clang libclang-rt-14-dev
-  poppler-utils python3-openpyxl
+  poppler-utils python3-openpyxl python3-dbf
   libreoffice-writer-nogui
   xvfb xauth
   ccache

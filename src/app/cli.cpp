@@ -13,6 +13,7 @@
 #include "shell/demo_tree.h"
 #include "shell/session.h"
 #include "shell/startup.h"
+#include "staff/demo_learners.h"
 #include "store/record_layouts.h"
 #include "ui/scripted_dialogs.h"
 
@@ -95,6 +96,8 @@ int demo(const QStringList& args, QTextStream& out, QTextStream& err) {
     ui::UnattendedDialogs demo_answers;
     const shell::DemoSummary s =
         shell::write_demo_tree(root, QDate::currentDate().year(), demo_answers);
+    const int learner_grades = staff::write_demo_learner_tables(
+        root + QStringLiteral("/VESPARINE/ADMIN"), QDate::currentDate().year());
     out << "demo data tree: " << root << "\n"
         << "drive: " << s.drive << " = " << root << "\n"
         << "ledger year: " << s.year << "\n"
@@ -102,6 +105,7 @@ int demo(const QStringList& args, QTextStream& out, QTextStream& err) {
         << "general folder: " << s.general_folder_native << "\n"
         << "staff: " << s.staff << " (" << s.inactive << " inactive, " << s.deleted << " deleted)\n"
         << "governing body members: " << s.members << "\n"
+        << "learner grades: " << learner_grades << "\n"
         << "files written: " << s.files.size() << "\n";
     return 0;
 }
@@ -189,7 +193,8 @@ int info(const QStringList& args, QTextStream& out, QTextStream& err) {
 
 int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (args.isEmpty() || args.first() == u"--help" || args.first() == u"help") {
-        (args.isEmpty() ? err : out) << kUsage << kSubjectsListUsage << reports::kPrintUsage;
+        (args.isEmpty() ? err : out)
+            << kUsage << kSubjectsListUsage << kSubjectsRebuildUsage << reports::kPrintUsage;
         return args.isEmpty() ? 2 : 0;
     }
     try {
@@ -214,6 +219,9 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
         }
         if (command == u"print") {
             return reports::print_report(args, out, err);
+        }
+        if (command == u"subjects" && args.value(1) == u"rebuild") {
+            return subjects_rebuild(args, out, err);
         }
         err << "korvel-cli: unknown command " << command << "\n" << kUsage;
         return 2;

@@ -24,6 +24,7 @@
 #include "staff/qualifications_form.h"
 #include "staff/remarks_form.h"
 #include "staff/staff_entry_form.h"
+#include "staff/staff_subjects_form.h"
 #include "staff/subject_codes_form.h"
 #include "ui/qt_dialogs.h"
 
@@ -47,6 +48,7 @@ int main(int argc, char** argv) {
     staff::register_appointments_form(dialogs);
     staff::register_experience_form(dialogs);
     staff::register_subject_codes_form(dialogs);
+    staff::register_staff_subjects_form(dialogs);
     platform::DriveMap drives = platform::DriveMap::from_environment();
     shell::Session session(dialogs, drives);
     session.executable_path = platform::executable_windows_path(drives);

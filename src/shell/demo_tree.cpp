@@ -519,6 +519,11 @@ class YearWriter {
         r.set_text(L["SD_S_ADR2"], QStringLiteral("DUINEVELD"));
         r.set_text(L["SD_S_ADR3"], QStringLiteral("WES-KAAP"));
         r.set_text(L["SD_S_KODE"], QStringLiteral("7399"));
+        // The grades of the school, which name the learner folders.
+        const char* const grades[] = {"8", "9", "10", "11", "12"};
+        for (int i = 0; i < static_cast<int>(std::size(grades)); ++i) {
+            r.set_text(L["SD_ST"], QString::fromLatin1(grades[i]), i + 1);
+        }
         s_.write_record(Code::SKL, 1);
         close(Code::SKL, s_.folders.school);
     }

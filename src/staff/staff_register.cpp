@@ -8,6 +8,7 @@
 #include "platform/user.h"
 #include "platform/winpath.h"
 #include "staff/staff_entry.h"
+#include "staff/staff_subjects.h"
 #include "store/locks.h"
 
 namespace korvel::staff {
@@ -155,6 +156,11 @@ StaffRegister::StaffRegister(shell::Session& session, bool educators)
       user(session.user_name.isEmpty() ? platform::current_user() : session.user_name),
       session_(session) {
     prs_grid.columns = register_columns(session_.afrikaans);
+    open_subject_rebuild = [this] {
+        DbfLearnerSubjects learners(session_);
+        StaffSubjects form(session_, learners);
+        session_.dialogs().show_modal(form);
+    };
 }
 
 bool StaffRegister::is_browse_program() const {

@@ -1,0 +1,448 @@
+#include "staff/learner_subjects.h"
+
+#include <shapefil.h>
+
+#include <QFile>
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include "platform/codepage.h"
+#include "platform/winpath.h"
+
+namespace korvel::staff {
+
+namespace {
+
+// ---- shapelib over a table already in memory ----
+//
+// Each table is read from the disk in one piece and handed to shapelib through its file
+// hooks, so that taking the rows apart costs no further reads and a table that is truncated
+// or not a table at all is only ever a short buffer.
+
+struct MemoryFile {
+    const QByteArray* bytes;
+    SAOffset pos;
+};
+
+thread_local const QByteArray* t_table = nullptr;
+
+SAFile memory_open(const char* filename, const char* access) {
+    const std::size_t n = std::strlen(filename);
+    // Only the table itself: the code page file shapelib also asks for is not there.
+    const bool table = n >= 4 && (std::strcmp(filename + n - 4, ".dbf") == 0);
+    if (t_table == nullptr || !table || std::strchr(access, 'w') != nullptr ||
+        std::strchr(access, '+') != nullptr) {
+        return nullptr;
+    }
+    return reinterpret_cast<SAFile>(new MemoryFile{t_table, 0});
+}
+
+SAOffset memory_read(void* p, SAOffset size, SAOffset nmemb, SAFile file) {
+    auto* f = reinterpret_cast<MemoryFile*>(file);
+    const auto total = static_cast<SAOffset>(f->bytes->size());
+    if (size == 0 || f->pos >= total) {
+        return 0;
+    }
+    const SAOffset n = std::min(nmemb, (total - f->pos) / size);
+    std::memcpy(p, f->bytes->constData() + f->pos, n * size);
+    f->pos += n * size;
+    return n;
+}
+
+SAOffset memory_write(void*, SAOffset, SAOffset, SAFile) {
+    return 0;
+}
+
+SAOffset memory_seek(SAFile file, SAOffset offset, int whence) {
+    auto* f = reinterpret_cast<MemoryFile*>(file);
+    const auto total = static_cast<SAOffset>(f->bytes->size());
+    switch (whence) {
+        case SEEK_SET:
+            f->pos = offset;
+            return 0;
+        case SEEK_CUR:
+            f->pos += offset;
+            return 0;
+        case SEEK_END:
+            f->pos = total + offset;
+            return 0;
+        default:
+            return static_cast<SAOffset>(-1);
+    }
+}
+
+SAOffset memory_tell(SAFile file) {
+    return reinterpret_cast<MemoryFile*>(file)->pos;
+}
+
+int memory_flush(SAFile) {
+    return 0;
+}
+
+int memory_close(SAFile file) {
+    delete reinterpret_cast<MemoryFile*>(file);
+    return 0;
+}
+
+int memory_remove(const char*) {
+    return -1;
+}
+
+void memory_error(const char*) {
+    // A damaged table reads as far as it goes; the learner programs are the ones to report it.
+}
+
+double memory_atof(const char* text) {
+    return std::strtod(text, nullptr);
+}
+
+using DbfPtr = std::unique_ptr<DBFInfo, void (*)(DBFHandle)>;
+
+DbfPtr open_in_memory(const QByteArray& bytes) {
+    if (bytes.isEmpty()) {
+        return {nullptr, DBFClose};
+    }
+    SAHooks hooks{};
+    hooks.FOpen = memory_open;
+    hooks.FRead = memory_read;
+    hooks.FWrite = memory_write;
+    hooks.FSeek = memory_seek;
+    hooks.FTell = memory_tell;
+    hooks.FFlush = memory_flush;
+    hooks.FClose = memory_close;
+    hooks.Remove = memory_remove;
+    hooks.Error = memory_error;
+    hooks.Atof = memory_atof;
+    t_table = &bytes;
+    DbfPtr dbf(DBFOpenLL("table.dbf", "rb", &hooks), DBFClose);
+    t_table = nullptr;
+    return dbf;
+}
+
+struct Place {
+    int offset = -1;
+    int width = 0;
+};
+
+// Where each field lies in a row (the deletion mark is byte 0), by upper-case name; fields
+// that would run past the row are left out.
+struct Fields {
+    int row_length = 0;
+    std::vector<std::pair<QByteArray, Place>> places;
+
+    explicit Fields(DBFHandle dbf) {
+        row_length = dbf->nRecordLength;
+        int offset = 1;
+        const int n = DBFGetFieldCount(dbf);
+        for (int i = 0; i < n; ++i) {
+            char name[XBASE_FLDNAME_LEN_READ + 1] = {};
+            int width = 0;
+            int decimals = 0;
+            DBFGetFieldInfo(dbf, i, name, &width, &decimals);
+            if (width > 0 && offset + width <= row_length) {
+                places.emplace_back(QByteArray(name).trimmed().toUpper(), Place{offset, width});
+            }
+            offset += std::max(width, 0);
+        }
+    }
+    Place find(const char* name) const {
+        for (const auto& [n, p] : places) {
+            if (n == name) {
+                return p;
+            }
+        }
+        return {};
+    }
+};
+
+std::string_view trimmed(const char* p, int width) {
+    std::string_view v(p, static_cast<std::size_t>(std::max(width, 0)));
+    const auto blank = [](char c) { return c == ' ' || c == '\0'; };
+    while (!v.empty() && blank(v.front())) {
+        v.remove_prefix(1);
+    }
+    while (!v.empty() && blank(v.back())) {
+        v.remove_suffix(1);
+    }
+    return v;
+}
+
+std::string_view field(const char* row, Place p) {
+    return p.offset < 0 ? std::string_view() : trimmed(row + p.offset, p.width);
+}
+
+// The whole number a text starts with, as the learner programs read a number: an optional
+// sign, the digits up to the first other character; 0 where there are none or it is too big.
+int leading_number(std::string_view v) {
+    bool negative = false;
+    if (!v.empty() && (v.front() == '-' || v.front() == '+')) {
+        negative = v.front() == '-';
+        v.remove_prefix(1);
+    }
+    long long n = 0;
+    for (const char c : v) {
+        if (c < '0' || c > '9') {
+            break;
+        }
+        n = n * 10 + (c - '0');
+        if (n > 999999999) {
+            return 0;
+        }
+    }
+    return static_cast<int>(negative ? -n : n);
+}
+
+// Calls visit(row bytes, deleted) for each row of a table until a row cannot be read.
+template <typename Visit>
+void each_row(DBFHandle dbf, Visit visit) {
+    const int n = DBFGetRecordCount(dbf);
+    for (int i = 0; i < n; ++i) {
+        const char* row = DBFReadTuple(dbf, i);
+        if (row == nullptr) {
+            return;  // a truncated table ends here
+        }
+        visit(row, row[0] == '*');
+    }
+}
+
+// "V1_VAK01" .. "V3_POS10": the group, the kind and the cell number of a VAKDTA field name;
+// -1 when the name is not one of them.
+int cell_of(const QByteArray& name, bool* teacher) {
+    if (name.size() != 8 || name[0] != 'V' || name[2] != '_') {
+        return -1;
+    }
+    const int group = name[1] - '1';
+    if (group < 0 || group > 2) {
+        return -1;
+    }
+    const QByteArray kind = name.mid(3, 3);
+    if (kind != "VAK" && kind != "POS") {
+        return -1;
+    }
+    *teacher = kind == "POS";
+    if (name[6] < '0' || name[6] > '9' || name[7] < '0' || name[7] > '9') {
+        return -1;
+    }
+    const int number = (name[6] - '0') * 10 + (name[7] - '0');
+    if (number < 1 || number > kSubjectGroupCells[group]) {
+        return -1;
+    }
+    int index = number - 1;
+    for (int g = 0; g < group; ++g) {
+        index += kSubjectGroupCells[g];
+    }
+    return index;
+}
+
+QString cell_field_name(int index, const char* kind) {
+    int group = 0;
+    while (group < 2 && index >= kSubjectGroupCells[group]) {
+        index -= kSubjectGroupCells[group];
+        ++group;
+    }
+    return QStringLiteral("V%1_%2%3")
+        .arg(group + 1)
+        .arg(QLatin1String(kind))
+        .arg(index + 1, 2, 10, QLatin1Char('0'));
+}
+
+constexpr int kFakeWidth = 16;  // the cells of a row made from texts
+
+}  // namespace
+
+// ---- GradeSubjects ----
+
+void GradeSubjects::set_row_layout(int row_length, const std::vector<CellPlace>& cells) {
+    row_length_ = row_length;
+    places_ = cells;
+    places_.resize(kSubjectCells);
+    rows_.clear();
+    deleted_.clear();
+}
+
+void GradeSubjects::add_row(const char* bytes, bool deleted) {
+    rows_.append(bytes, static_cast<std::size_t>(row_length_));
+    deleted_.push_back(deleted);
+}
+
+void GradeSubjects::add_row(const std::vector<std::pair<QString, QString>>& cells) {
+    if (places_.empty()) {
+        std::vector<CellPlace> layout(kSubjectCells);
+        for (int i = 0; i < kSubjectCells; ++i) {
+            layout[static_cast<std::size_t>(i)] = {2 * i * kFakeWidth, kFakeWidth,
+                                                   (2 * i + 1) * kFakeWidth, kFakeWidth};
+        }
+        set_row_layout(2 * kSubjectCells * kFakeWidth, layout);
+    }
+    std::string row(static_cast<std::size_t>(row_length_), ' ');
+    const auto put = [&row](int offset, const QString& text) {
+        const QByteArray b = cp1252::encode(text).left(kFakeWidth);
+        row.replace(static_cast<std::size_t>(offset), static_cast<std::size_t>(b.size()),
+                    b.constData(), static_cast<std::size_t>(b.size()));
+    };
+    for (std::size_t i = 0; i < cells.size() && i < places_.size(); ++i) {
+        put(places_[i].subject_offset, cells[i].first);
+        put(places_[i].teacher_offset, cells[i].second);
+    }
+    add_row(row.data(), false);
+}
+
+std::string_view GradeSubjects::row_bytes(int row) const {
+    if (row < 1 || row > class_rows()) {
+        return {};
+    }
+    return std::string_view(rows_).substr(static_cast<std::size_t>(row - 1) * row_length_,
+                                          static_cast<std::size_t>(row_length_));
+}
+
+SubjectCell GradeSubjects::cell(int row, int index) const {
+    if (row < 1 || row > class_rows() || index < 0 || index >= kSubjectCells ||
+        deleted_[static_cast<std::size_t>(row - 1)]) {
+        return {};
+    }
+    const char* bytes = rows_.data() + static_cast<std::size_t>(row - 1) * row_length_;
+    const CellPlace& p = places_[static_cast<std::size_t>(index)];
+    SubjectCell c;
+    if (p.subject_offset >= 0) {
+        c.subject = trimmed(bytes + p.subject_offset, p.subject_width);
+    }
+    if (p.teacher_offset >= 0) {
+        c.teacher = trimmed(bytes + p.teacher_offset, p.teacher_width);
+    }
+    return c;
+}
+
+// ---- reading ----
+
+GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3,
+                                const QByteArray& vakdta) {
+    GradeSubjects g;
+    if (const DbfPtr dbf = open_in_memory(ppl_cmp)) {
+        const Fields f(dbf.get());
+        const Place state = f.find("PD_AKTIEF");
+        const Place klas = f.find("PD_T_NR");
+        each_row(dbf.get(), [&](const char* row, bool deleted) {
+            if (!deleted && field(row, state) != "*") {
+                g.class_numbers.push_back(leading_number(field(row, klas)));
+            }
+        });
+    }
+    if (const DbfPtr dbf = open_in_memory(pi3)) {
+        const Fields f(dbf.get());
+        const Place code = f.find("PI_KODE");
+        const Place number = f.find("PI_NR");
+        each_row(dbf.get(), [&](const char* row, bool deleted) {
+            const std::string_view c = field(row, code);
+            if (!deleted && !c.empty()) {
+                g.subjects.emplace_back(std::string(c), leading_number(field(row, number)));
+            }
+        });
+    }
+    if (const DbfPtr dbf = open_in_memory(vakdta)) {
+        const Fields f(dbf.get());
+        std::vector<GradeSubjects::CellPlace> cells(kSubjectCells);
+        for (const auto& [name, place] : f.places) {
+            bool teacher = false;
+            const int index = cell_of(name, &teacher);
+            if (index < 0) {
+                continue;
+            }
+            GradeSubjects::CellPlace& c = cells[static_cast<std::size_t>(index)];
+            (teacher ? c.teacher_offset : c.subject_offset) = place.offset;
+            (teacher ? c.teacher_width : c.subject_width) = place.width;
+        }
+        g.set_row_layout(f.row_length, cells);
+        each_row(dbf.get(), [&](const char* row, bool deleted) { g.add_row(row, deleted); });
+    }
+    return g;
+}
+
+std::optional<GradeSubjects> DbfLearnerSubjects::read_grade(const QString& folder) {
+    platform::FileSystem& fs = session_.fs();
+    const auto read = [&](const char* name) {
+        return fs.read_all(winpath::join(folder, QLatin1String(name)));
+    };
+    const std::optional<QByteArray> ppl_cmp = read("ppl_cmp.dbf");
+    if (!ppl_cmp) {
+        return std::nullopt;
+    }
+    return read_grade_tables(*ppl_cmp, read("pi3.dbf").value_or(QByteArray()),
+                             read("vakdta.dbf").value_or(QByteArray()));
+}
+
+QString subject_field_name(int index) {
+    return cell_field_name(index, "VAK");
+}
+
+QString teacher_field_name(int index) {
+    return cell_field_name(index, "POS");
+}
+
+// ---- writing ----
+
+bool write_learner_tables(const QString& native_folder, const LearnerTables& tables) {
+    const auto create = [&](const char* name) {
+        const QByteArray path = QFile::encodeName(native_folder + u'/' + QLatin1String(name));
+        return DbfPtr(DBFCreate(path.constData()), DBFClose);
+    };
+    const auto text = [](DBFHandle dbf, int row, int f, const QString& value) {
+        return DBFWriteStringAttribute(dbf, row, f, cp1252::encode(value).constData()) != 0;
+    };
+    bool ok = true;
+    {
+        const DbfPtr dbf = create("ppl_cmp.dbf");
+        if (!dbf) {
+            return false;
+        }
+        const int state = DBFAddField(dbf.get(), "PD_AKTIEF", FTString, 1, 0);
+        const int klas = DBFAddField(dbf.get(), "PD_T_NR", FTInteger, 4, 0);
+        int row = 0;
+        for (const LearnerTables::Learner& l : tables.learners) {
+            ok &= text(dbf.get(), row, state, l.state);
+            ok &= DBFWriteIntegerAttribute(dbf.get(), row, klas, l.class_number) != 0;
+            if (l.deleted) {
+                ok &= DBFMarkRecordDeleted(dbf.get(), row, 1) != 0;
+            }
+            ++row;
+        }
+    }
+    {
+        const DbfPtr dbf = create("pi3.dbf");
+        if (!dbf) {
+            return false;
+        }
+        const int code = DBFAddField(dbf.get(), "PI_KODE", FTString, 8, 0);
+        const int number = DBFAddField(dbf.get(), "PI_NR", FTInteger, 6, 0);
+        int row = 0;
+        for (const auto& [c, n] : tables.subjects) {
+            ok &= text(dbf.get(), row, code, c);
+            ok &= DBFWriteIntegerAttribute(dbf.get(), row, number, n) != 0;
+            ++row;
+        }
+    }
+    {
+        const DbfPtr dbf = create("vakdta.dbf");
+        if (!dbf) {
+            return false;
+        }
+        for (int i = 0; i < kSubjectCells; ++i) {
+            DBFAddField(dbf.get(), subject_field_name(i).toLatin1().constData(), FTString, 8, 0);
+            DBFAddField(dbf.get(), teacher_field_name(i).toLatin1().constData(), FTString, 5, 0);
+        }
+        int row = 0;
+        for (const auto& cells : tables.classes) {
+            for (int i = 0; i < kSubjectCells; ++i) {
+                const std::size_t c = static_cast<std::size_t>(i);
+                ok &= text(dbf.get(), row, 2 * i, c < cells.size() ? cells[c].first : QString());
+                ok &=
+                    text(dbf.get(), row, 2 * i + 1, c < cells.size() ? cells[c].second : QString());
+            }
+            ++row;
+        }
+    }
+    return ok;
+}
+
+}  // namespace korvel::staff

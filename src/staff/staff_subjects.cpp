@@ -1,0 +1,407 @@
+// sk4_vakke_van_admin: the staff subjects rebuilt from the learner records.
+
+#include "staff/staff_subjects.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "platform/codepage.h"
+#include "platform/winpath.h"
+#include "store/record_file.h"
+
+namespace korvel::staff {
+
+namespace {
+
+using store::Code;
+using store::Field;
+using store::PRSVAK;
+
+constexpr const Field& kPost = PRSVAK["PV_POS_NR"];
+constexpr const Field& kTaught = PRSVAK["PV_VAK2"];
+constexpr const Field& kTaughtGrade = PRSVAK["PV_GRD2"];
+constexpr int kLastSlot = 10;  // the list runs from slot 1 to 10
+constexpr int kRebuildThreshold = 32000;
+constexpr int kLength = PRSVAK.record_length;
+
+std::string_view trimmed(const char* p, int width) {
+    std::string_view v(p, static_cast<std::size_t>(width));
+    const auto blank = [](char c) { return c == ' ' || c == '\0'; };
+    if (!v.empty() && v.front() == '\0') {
+        return {};  // never written
+    }
+    while (!v.empty() && blank(v.front())) {
+        v.remove_prefix(1);
+    }
+    while (!v.empty() && blank(v.back())) {
+        v.remove_suffix(1);
+    }
+    return v;
+}
+
+// The hidden list of post numbers finds a number without regard to case. A post number is at
+// most five characters, so its key is its length and its characters, upper-cased, in one
+// number.
+std::uint64_t list_key(std::string_view post) {
+    std::uint64_t k = post.size();
+    for (char c : post) {
+        if (c >= 'a' && c <= 'z') {
+            c = static_cast<char>(c - 'a' + 'A');
+        }
+        k = (k << 8) | static_cast<unsigned char>(c);
+    }
+    return k;
+}
+
+// Equal short texts, compared in place (the cells are a few characters each).
+bool same(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (a[i] != b[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// A text put in a fixed field: cut to the width, blank-padded.
+void put(char* field, int width, std::string_view value) {
+    const std::size_t n = std::min(value.size(), static_cast<std::size_t>(width));
+    std::memcpy(field, value.data(), n);
+    std::memset(field + n, ' ', static_cast<std::size_t>(width) - n);
+}
+
+// A teacher cell names a post number when it is not blank, is more than the repair's "*", and
+// fits the post number field: a longer text is no post number of this school, and cutting it
+// would hand its subjects to whoever holds the first five characters.
+bool is_post_number(std::string_view teacher) {
+    return !teacher.empty() && teacher.find_first_not_of('*') != std::string_view::npos &&
+           teacher.size() <= static_cast<std::size_t>(kPost.width);
+}
+
+// The subject file in memory: its records as they stand, the hidden list personeel_lys from
+// post number to record, and which records changed.
+class SubjectRecords {
+  public:
+    void load(store::RecordFile& file, int count) {
+        bytes_.reserve(static_cast<std::size_t>(count) * kLength);
+        file.scan(1, count, [&](int, const char* record) {
+            bytes_.append(record, static_cast<std::size_t>(kLength));
+            return true;
+        });
+        existing_ = count;
+        changed_.assign(static_cast<std::size_t>(count), false);
+        for (int i = 0; i < count; ++i) {
+            const std::string_view post = trimmed(record(i) + kPost.offset, kPost.width);
+            if (!post.empty()) {
+                personeel_lys_.emplace(list_key(post), i);  // the first record keeps the key
+            }
+        }
+    }
+
+    // The record of a post number in personeel_lys; -1 when the file has none.
+    int find(std::string_view post) const {
+        const auto it = personeel_lys_.find(list_key(post));
+        return it == personeel_lys_.end() ? -1 : it->second;
+    }
+
+    // A record for a post number the file does not know: every other field blank or 0.
+    int append(std::string_view post) {
+        std::string r(blank_record());
+        put(r.data() + kPost.offset, kPost.width, post);
+        const int index = records();
+        personeel_lys_.emplace(list_key(post), index);
+        bytes_.append(r);
+        changed_.push_back(true);
+        ++added_;
+        return index;
+    }
+
+    // The walk of add_staff_subject over a record's list from slot 1: an equal code ends it
+    // with nothing to do; otherwise the code and grade go to the first blank slot, and a full
+    // list loses the code. True when the code was stored.
+    bool add_code(int index, std::string_view code, std::string_view grade) {
+        char* r = record(index);
+        int first_blank = 0;
+        for (int slot = 1; slot <= kLastSlot; ++slot) {
+            const std::string_view stored =
+                trimmed(r + kTaught.element_offset(slot), kTaught.width);
+            if (same(stored, code)) {
+                return false;
+            }
+            if (stored.empty() && first_blank == 0) {
+                first_blank = slot;
+            }
+        }
+        if (first_blank == 0) {
+            return false;
+        }
+        put(r + kTaught.element_offset(first_blank), kTaught.width, code);
+        put(r + kTaughtGrade.element_offset(first_blank), kTaughtGrade.width, grade);
+        changed_[static_cast<std::size_t>(index)] = true;
+        return true;
+    }
+
+    int records() const { return static_cast<int>(changed_.size()); }
+    int existing() const { return existing_; }
+    int added() const { return added_; }
+    bool changed(int i) const { return changed_[static_cast<std::size_t>(i)]; }
+    const char* record(int i) const {
+        return bytes_.data() + static_cast<std::size_t>(i) * kLength;
+    }
+    char* record(int i) { return bytes_.data() + static_cast<std::size_t>(i) * kLength; }
+
+  private:
+    // A new record: every text blank and every number 0.
+    static const std::string& blank_record() {
+        static const std::string blank = [] {
+            store::Record r(PRSVAK);
+            r.clear();
+            return std::string(r.data(), static_cast<std::size_t>(kLength));
+        }();
+        return blank;
+    }
+
+    std::string bytes_;
+    std::vector<bool> changed_;
+    std::unordered_map<std::uint64_t, int> personeel_lys_;
+    int existing_ = 0;
+    int added_ = 0;
+};
+
+// The code a subject is stored under: its number from the grade's subject table, as text
+// cut to the field (the same cut for storing and for comparing).
+std::string stored_code(int number) {
+    std::string code = std::to_string(number);
+    code.resize(std::min(code.size(), static_cast<std::size_t>(kTaught.width)));
+    return code;
+}
+
+// add_staff_subject for every cell of every row that an active learner of the grade is in.
+// A call made before does nothing again (the code is in the list, or the list was full and
+// stays full), and that is what the walk saves on: learners of one class share its row, and
+// learners with the same choices and teachers have rows with the same bytes, so each row
+// content is walked once; each column of the rows remembers the subject and the teachers it
+// last resolved; and each pair of post and subject is tried once. Each learner is reported to
+// on_learner (learner, learners) as the walk reaches it. Returns the number of codes stored.
+int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& records,
+               const std::function<void(int, int)>& on_learner) {
+    std::vector<std::string> codes;  // pi3_lys: the stored code of each subject with a number
+    std::unordered_map<std::string_view, int> pi3_lys;
+    for (const auto& [code, number] : g.subjects) {
+        if (number != 0 && pi3_lys.emplace(code, static_cast<int>(codes.size())).second) {
+            codes.push_back(stored_code(number));
+        }
+    }
+    const QByteArray grade_bytes = cp1252::encode(grade);
+    const std::string_view grade_text(grade_bytes.constData(),
+                                      static_cast<std::size_t>(grade_bytes.size()));
+
+    struct Column {
+        std::string_view subject;
+        int code = -1;
+        std::array<std::string_view, 4> teachers{};
+        std::array<int, 4> record{};
+        int next = 0;
+    };
+    std::vector<Column> columns(kSubjectCells);
+    std::vector<bool> walked(static_cast<std::size_t>(g.class_rows()) + 1, false);
+    std::unordered_set<std::string_view> row_contents;
+    std::vector<std::uint8_t> tried;  // by record and code
+    int added = 0;
+    const int learners = static_cast<int>(g.class_numbers.size());
+    for (int li = 0; li < learners; ++li) {
+        on_learner(li, learners);
+        const int row = g.class_numbers[static_cast<std::size_t>(li)];
+        if (row < 1 || row > g.class_rows() || walked[static_cast<std::size_t>(row)]) {
+            continue;
+        }
+        walked[static_cast<std::size_t>(row)] = true;
+        if (!row_contents.insert(g.row_bytes(row)).second) {
+            continue;  // a row like one walked before
+        }
+        for (int c = 0; c < kSubjectCells; ++c) {
+            const SubjectCell cell = g.cell(row, c);
+            if (cell.subject.empty() || !is_post_number(cell.teacher)) {
+                continue;
+            }
+            Column& col = columns[static_cast<std::size_t>(c)];
+            if (col.subject.empty() || !same(col.subject, cell.subject)) {
+                const auto it = pi3_lys.find(cell.subject);
+                col.subject = cell.subject;
+                col.code = it == pi3_lys.end() ? -1 : it->second;
+            }
+            if (col.code < 0) {
+                continue;  // not a subject of the grade
+            }
+            int record = -1;
+            for (std::size_t k = 0; k < col.teachers.size(); ++k) {
+                if (same(col.teachers[k], cell.teacher)) {
+                    record = col.record[k];
+                    break;
+                }
+            }
+            if (record < 0) {
+                record = records.find(cell.teacher);
+                if (record < 0) {
+                    record = records.append(cell.teacher);
+                }
+                const auto k = static_cast<std::size_t>(col.next);
+                col.teachers[k] = cell.teacher;
+                col.record[k] = record;
+                col.next = (col.next + 1) % static_cast<int>(col.teachers.size());
+            }
+            const std::size_t key = static_cast<std::size_t>(record) * codes.size() +
+                                    static_cast<std::size_t>(col.code);
+            if (key >= tried.size()) {
+                tried.resize(std::max(key + 1, tried.size() * 2), 0);
+            }
+            if (tried[key] != 0) {
+                continue;
+            }
+            tried[key] = 1;
+            if (records.add_code(record, codes[static_cast<std::size_t>(col.code)], grade_text)) {
+                ++added;
+            }
+        }
+    }
+    return added;
+}
+
+}  // namespace
+
+StaffSubjects::StaffSubjects(shell::Session& session, LearnerSubjects& learners)
+    : session_(session), learners_(learners) {
+    caption = session.tr("LAAI VAKKE UIT ADMIN", "LOAD SUBJECTS FROM ADMIN");
+    admin_exit_caption = QStringLiteral("EXIT");
+}
+
+QStringList StaffSubjects::school_grades(shell::Session& session) {
+    const Field& grade = store::SKL["SD_ST"];
+    const std::optional<QByteArray> bytes = session.fs().read_all(
+        winpath::join(session.folders.school, QStringLiteral("skl_dta_random.txt")));
+    QStringList grades;
+    if (!bytes || bytes->size() < store::SKL.record_length) {
+        return grades;
+    }
+    store::Record r(store::SKL);
+    r.assign(bytes->constData());
+    for (int i = 0; i < grade.count; ++i) {
+        const QString g = r.text(grade, i).trimmed().toUpper();
+        const bool folder_name = !g.isEmpty() && std::all_of(g.begin(), g.end(), [](QChar c) {
+            return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'Z');
+        });
+        if (folder_name && !grades.contains(g)) {
+            grades << g;
+        }
+    }
+    return grades;
+}
+
+void StaffSubjects::recreate_staff_subjects() {
+    outcome = {};
+    // The year of the learner folders: the ledger year, or this year when none is set.
+    QString year = session_.ledger_year.trimmed();
+    if (year.isEmpty()) {
+        year = QString::number(session_.today().year());
+    }
+
+    const bool recreate =
+        session_.dialogs().ask(session_.tr("Wil u alle PERSONEEL VAKREKORDS heeltemal herskep?",
+                                           "Do you wish to recreate all STAFF SUBJECT RECORDS "
+                                           "completely?"),
+                               ui::Buttons::YesNo, ui::Icon::Question,
+                               ui::Answer::No) == ui::Answer::Yes;
+    outcome.recreated = recreate;
+
+    if (!session_.is_open(Code::PRSVAK) && !session_.open_file(Code::PRSVAK)) {
+        return;
+    }
+    SubjectRecords records;
+    if (!recreate) {
+        if (session_.count(Code::PRSVAK) > kRebuildThreshold) {
+            session_.rebuild_subject_file();
+        }
+        if (store::RecordFile* f = session_.file(Code::PRSVAK)) {
+            records.load(*f, session_.count(Code::PRSVAK));
+        }
+    }
+
+    const QStringList grades = school_grades(session_);
+    for (int gi = 0; gi < grades.size(); ++gi) {
+        const QString& grade = grades.at(gi);
+        const QString folder =
+            session_.folders.admin + QStringLiteral("\\L") + grade + year.right(2);
+        session_.fs().create_folder(folder);
+        const std::optional<GradeSubjects> g = learners_.read_grade(folder);
+        if (!g) {
+            continue;
+        }
+        outcome.grades_read << grade;
+        outcome.subjects_added += walk_grade(*g, grade, records, [&](int li, int learners) {
+            if (progress) {
+                progress(gi, static_cast<int>(grades.size()), li, learners);
+            }
+            ++outcome.learners;
+        });
+    }
+    if (progress) {
+        progress(static_cast<int>(grades.size()), static_cast<int>(grades.size()), 0, 0);
+    }
+    outcome.records_added = records.added();
+
+    if (recreate) {
+        // Every old row is lost: the new file holds only what the learner records gave.
+        const QString folder = session_.folder_of(Code::PRSVAK).isEmpty()
+                                   ? session_.folders.staff
+                                   : session_.folder_of(Code::PRSVAK);
+        const QString txt = winpath::join(folder, QStringLiteral("prs_vak_random.txt"));
+        const QString fresh = winpath::join(folder, QStringLiteral("prs_vak_random.new"));
+        session_.fs().delete_file(fresh);
+        bool ok = false;
+        if (auto out = store::RecordFile::open(session_.fs().native(fresh), kLength,
+                                               store::RecordFile::Access::Shared)) {
+            ok = (records.records() == 0 ||
+                  out->write_block(1, records.record(0), records.records())) &&
+                 out->sync();
+        }
+        if (!ok) {
+            session_.fs().delete_file(fresh);
+            return;
+        }
+        session_.close_file(Code::PRSVAK);
+        if (session_.fs().replace_file(fresh, txt)) {
+            outcome.records_written = records.records();
+        }
+        session_.open_file(Code::PRSVAK, folder);
+        return;
+    }
+
+    store::RecordFile* f = session_.file(Code::PRSVAK);
+    if (f == nullptr) {
+        return;
+    }
+    for (int i = 0; i < records.existing(); ++i) {
+        if (records.changed(i) && f->write(i + 1, records.record(i))) {
+            ++outcome.records_written;
+        }
+    }
+    if (records.added() > 0) {
+        // After what another workstation may have appended meanwhile.
+        const int at = std::max(f->count(), records.existing()) + 1;
+        if (f->write_block(at, records.record(records.existing()), records.added())) {
+            outcome.records_written += records.added();
+        }
+    }
+    session_.state(Code::PRSVAK).count = f->count();
+}
+
+}  // namespace korvel::staff
