@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Runs every benchmark program of the build.
+# Runs every benchmark program of the build, after installing what their yardstick needs.
 set -euo pipefail
 build="$1"
+bash "$(dirname "$0")/install-deps.sh" bench
 for b in "$build"/bench/bench_*; do
   [ -f "$b" ] && [ -x "$b" ] || continue
   echo "== $(basename "$b")"
