@@ -242,8 +242,9 @@ void BM_LibreOfficeCsvToPdf(benchmark::State& state) {
 void BM_LibreOfficeCsvToXlsx(benchmark::State& state) {
     libreoffice_convert(state, "xlsx");
 }
-BENCHMARK(BM_LibreOfficeCsvToPdf)->Unit(benchmark::kMillisecond)->Iterations(2);
-BENCHMARK(BM_LibreOfficeCsvToXlsx)->Unit(benchmark::kMillisecond)->Iterations(2);
+// The work is done in another process: only the time on the clock counts.
+BENCHMARK(BM_LibreOfficeCsvToPdf)->Unit(benchmark::kMillisecond)->Iterations(2)->UseRealTime();
+BENCHMARK(BM_LibreOfficeCsvToXlsx)->Unit(benchmark::kMillisecond)->Iterations(2)->UseRealTime();
 
 }  // namespace
 
