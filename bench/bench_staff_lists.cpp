@@ -5,6 +5,7 @@
 #include <benchmark/benchmark.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QStandardPaths>
@@ -134,6 +135,8 @@ void BM_StaffListToPdf(benchmark::State& state) {
         };
         form.print_staff_list();
     }
+    state.counters["out_kB"] =
+        double(QFileInfo(out.filePath(QStringLiteral("personeellys.pdf"))).size()) / 1024.0;
     state.SetItemsProcessed(state.iterations() * kStaff);
 }
 BENCHMARK(BM_StaffListToPdf)->Unit(benchmark::kMillisecond);
@@ -152,27 +155,32 @@ void BM_StaffListToWorkbook(benchmark::State& state) {
         };
         form.print_staff_list();
     }
+    state.counters["out_kB"] =
+        double(QFileInfo(out.filePath(QStringLiteral("personeellys.xlsx"))).size()) / 1024.0;
     state.SetItemsProcessed(state.iterations() * kStaff);
 }
 BENCHMARK(BM_StaffListToWorkbook)->Unit(benchmark::kMillisecond);
 
-// The yardstick: LibreOffice converting a CSV of the same table to PDF and to a workbook.
-// Skipped where soffice is not installed.
+// The yardstick: LibreOffice Calc converting a CSV of the same table to PDF and to a workbook,
+// each run a cold start as a user would see it. Skipped where soffice is not installed; an
+// error when the converted file is missing or empty, so a conversion that did nothing (Writer
+// alone cannot read CSV) is never taken for a fast one.
 void libreoffice_convert(benchmark::State& state, const char* to) {
     const QString soffice = QStandardPaths::findExecutable(QStringLiteral("soffice"));
     if (soffice.isEmpty()) {
-        state.SkipWithError("soffice is not installed");
+        state.SkipWithError("soffice is not installed (make bench installs it)");
         return;
     }
     Tree& t = tree();
     QTemporaryDir out;
+    const QString csv_path = out.filePath(QStringLiteral("personeellys.csv"));
     {
         RecordingDevice device;
         PrintJob job(device, t.dialogs, report_school(*t.session), true);
         StaffLists form(*t.session, job, kStaffListOption);
         form.form_load();
         const PrintGrid grid = form.staff_list_grid();
-        QFile csv(out.filePath(QStringLiteral("personeellys.csv")));
+        QFile csv(csv_path);
         csv.open(QIODevice::WriteOnly);
         QTextStream stream(&csv);
         for (int r = 0; r < grid.rows(); ++r) {
@@ -183,14 +191,49 @@ void libreoffice_convert(benchmark::State& state, const char* to) {
             stream << cells.join(u',') << "\n";
         }
     }
-    const QString profile =
-        QStringLiteral("-env:UserInstallation=file://") + out.filePath("profile");
-    for (auto _ : state) {
-        QProcess::execute(soffice,
-                          {profile, QStringLiteral("--headless"), QStringLiteral("--convert-to"),
-                           QLatin1String(to), QStringLiteral("--outdir"), out.path(),
-                           out.filePath(QStringLiteral("personeellys.csv"))});
+    const QString target = out.filePath(QStringLiteral("personeellys.") + QLatin1String(to));
+    // Comma-separated, quoted with '"', UTF-8, from the first line.
+    const QStringList arguments{
+        QStringLiteral("-env:UserInstallation=file://") + out.filePath(QStringLiteral("profile")),
+        QStringLiteral("--headless"),
+        QStringLiteral("--norestore"),
+        QStringLiteral("--infilter=CSV:44,34,76,1"),
+        QStringLiteral("--convert-to"),
+        QLatin1String(to),
+        QStringLiteral("--outdir"),
+        out.path(),
+        csv_path};
+    // Returns an empty text when the converted file is there and not empty.
+    auto convert = [&]() -> QString {
+        QFile::remove(target);
+        QProcess office;
+        office.setProcessChannelMode(QProcess::MergedChannels);
+        office.start(soffice, arguments);
+        if (!office.waitForFinished(10 * 60 * 1000)) {
+            office.kill();
+            office.waitForFinished();
+            return QStringLiteral("soffice did not finish");
+        }
+        const QFileInfo made(target);
+        if (!made.isFile() || made.size() == 0)
+            return QStringLiteral("soffice made no ") + QLatin1String(to) + QStringLiteral(": ") +
+                   QString::fromLocal8Bit(office.readAll()).simplified();
+        return {};
+    };
+    // The first start builds the user profile; a user pays that once, so it is left out.
+    if (const QString why = convert(); !why.isEmpty()) {
+        state.SkipWithError(why.toStdString().c_str());
+        return;
     }
+    qint64 bytes = 0;
+    for (auto _ : state) {
+        if (const QString why = convert(); !why.isEmpty()) {
+            state.SkipWithError(why.toStdString().c_str());
+            break;
+        }
+        bytes = QFileInfo(target).size();
+    }
+    state.counters["out_kB"] = double(bytes) / 1024.0;
     state.SetItemsProcessed(state.iterations() * kStaff);
 }
 void BM_LibreOfficeCsvToPdf(benchmark::State& state) {
@@ -199,8 +242,9 @@ void BM_LibreOfficeCsvToPdf(benchmark::State& state) {
 void BM_LibreOfficeCsvToXlsx(benchmark::State& state) {
     libreoffice_convert(state, "xlsx");
 }
-BENCHMARK(BM_LibreOfficeCsvToPdf)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_LibreOfficeCsvToXlsx)->Unit(benchmark::kMillisecond)->Iterations(3);
+// The work is done in another process: only the time on the clock counts.
+BENCHMARK(BM_LibreOfficeCsvToPdf)->Unit(benchmark::kMillisecond)->Iterations(2)->UseRealTime();
+BENCHMARK(BM_LibreOfficeCsvToXlsx)->Unit(benchmark::kMillisecond)->Iterations(2)->UseRealTime();
 
 }  // namespace
 

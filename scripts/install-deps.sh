@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages KORVEL needs to build, test and run.
+# Installs the Debian packages KORVEL needs to build, test and run; with the argument `bench`,
+# also what the benchmarks' yardstick needs (LibreOffice Calc, which reads the CSV it converts).
 # Idempotent: only packages that are missing are asked for; sudo is used when not root.
 set -euo pipefail
 
@@ -15,6 +16,9 @@ packages=(
   xvfb xauth
   ccache
 )
+if [ "${1:-}" = bench ]; then
+  packages+=(libreoffice-calc-nogui)
+fi
 
 missing=()
 for p in "${packages[@]}"; do

@@ -1,5 +1,7 @@
 #include "platform/windows_settings.h"
 
+#include <QSysInfo>
+
 #ifdef Q_OS_WIN
 #include <windows.h>
 
@@ -63,7 +65,8 @@ QString windows_product_name() {
     QSettings version(
         QStringLiteral("HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows NT\\CurrentVersion"),
         QSettings::NativeFormat);
-    return version.value(QStringLiteral("ProductName")).toString();
+    const QString name = version.value(QStringLiteral("ProductName")).toString();
+    return name.isEmpty() ? QSysInfo::prettyProductName() : name;
 }
 
 #else
@@ -74,7 +77,15 @@ bool force_number_format() {
 void show_hidden_folders() {}
 void remove_desktop_shortcuts(const QStringList&) {}
 QString windows_product_name() {
-    return {};
+    // No registry here: the system's own name stands in, so that the page footer reads
+    // "VESPARINE (Linux)" and never "VESPARINE ()".
+    const QString kernel = QSysInfo::kernelType();
+    if (kernel == u"linux")
+        return QStringLiteral("Linux");
+    if (kernel == u"darwin")
+        return QStringLiteral("macOS");
+    const QString name = QSysInfo::prettyProductName();
+    return name.isEmpty() ? kernel : name;
 }
 
 #endif

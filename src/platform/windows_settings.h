@@ -18,7 +18,8 @@ void show_hidden_folders();
 // Removes desktop shortcuts named after the suite's old programs.
 void remove_desktop_shortcuts(const QStringList& names);
 
-// The Windows product name, for the header strip; blank elsewhere.
+// The Windows product name, for the header strip and the page footer; elsewhere the
+// system's name ("Linux").
 QString windows_product_name();
 
 }  // namespace korvel::platform

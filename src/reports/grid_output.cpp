@@ -259,7 +259,16 @@ bool print_rows(PrintJob& job, PrintGrid& grid, GridPageOptions& o, bool blocks)
                     if (align == kAlignCentre) {
                         tx = x + pad + (cw - d.text_width(t)) / 2;
                     } else if (align == kAlignRight) {
-                        tx = x + pad + cw - d.text_width(t) - (pad == 60 ? 60 : 0);
+                        // The next cell's text may begin at its left edge plus the padding;
+                        // a right-aligned text ends a blank before that, where the padding
+                        // alone leaves less ("29:01" against "2 COL").
+                        // A cell too narrow for the blank keeps the text in the cell.
+                        const double tw = d.text_width(t);
+                        const double cell_end = x + pad + cw - (pad == 60 ? 60 : 0);
+                        const double next_text = x + cw + 3 * pad;
+                        const double end =
+                            std::min(cell_end, next_text - d.text_width(QStringLiteral(" ")));
+                        tx = std::max(end - tw, std::min(cell_end - tw, x + pad));
                     } else if (align == kAlignLeftBottom) {
                         tx = x + pad;
                     } else if (has_line_break(t)) {

@@ -359,11 +359,14 @@ void PrintJob::finish_report(bool with_footer, bool with_maker_line) {
     // A page on which only the header stands carries no footer.
     const double body_y = d.current_y();
     if (body_y != 5 || state.letterhead.image_in_force) {
+        // The footer ends half a line above the bottom of the frame and the maker's line stands
+        // on it: a text over the frame would blot its line out.
+        d.set_scale_mode(ScaleMode::Characters);
+        d.set_font_size(8);
+        const double footer_y = state.page_bottom - 0.5 - d.text_height(QStringLiteral("W"));
         if (with_footer) {
-            d.set_scale_mode(ScaleMode::Characters);
             d.set_current_x(2);
-            d.set_current_y(state.page_bottom - 0.5);
-            d.set_font_size(8);
+            d.set_current_y(footer_y);
             d.print(state.report_name, true);
             const QString right =
                 QStringLiteral("VESPARINE (") + school.operating_system + QStringLiteral(")");
@@ -373,9 +376,9 @@ void PrintJob::finish_report(bool with_footer, bool with_maker_line) {
         if (with_maker_line) {
             const double limit = d.scale_height() - 1.25;
             if (body_y + 2 <= limit) {
-                d.set_current_x(2);
-                d.set_current_y(limit - 0.5);
                 d.set_font_size(6);
+                d.set_current_x(2);
+                d.set_current_y(footer_y - d.text_height(QStringLiteral("W")));
                 d.print(school.program_name + QStringLiteral(" ") + school.version +
                             QStringLiteral(" VESPARINE (") + school.operating_system +
                             QStringLiteral(")") + maker_line(),

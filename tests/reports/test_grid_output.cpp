@@ -96,7 +96,8 @@ TEST_F(GridFixture, RowsLayOutWithGapsRulesAndAlignment) {
     EXPECT_DOUBLE_EQ((posnr->x1 + posnr->x2) / 2, 990 + 15 + 480);
     const RecordedCall* amount = device.find_text(QStringLiteral("2.00"));
     ASSERT_NE(amount, nullptr);
-    EXPECT_DOUBLE_EQ(amount->x2, 2 * 990 + 15 + 960);
+    // Right-aligned: a blank (96 at 8 points) before where the next column's text may begin.
+    EXPECT_DOUBLE_EQ(amount->x2, 3 * 990 + 15 - 96);
 
     // Rules above rows 1 and 2, then the frame of four lines.
     const std::vector<RecordedCall> lines = this->lines();

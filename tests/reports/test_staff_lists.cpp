@@ -357,6 +357,66 @@ TEST_F(StaffListsTest, StaffListPrintsHeaderTableAndFooter) {
     EXPECT_EQ(device.count(RecordedCall::Kind::EndDoc), 1);
 }
 
+// What spoils a printed page: two texts of one line closer than a blank ("29:012 COL"), or a
+// text over a line, whose white ground blots the line out. One description a fault.
+QStringList layout_faults(const RecordingDevice& device) {
+    constexpr double slack = 0.5;  // twips
+    using Kind = RecordedCall::Kind;
+    QStringList faults;
+    const auto& calls = device.calls();
+    for (const RecordedCall& a : calls) {
+        if (a.kind != Kind::Text)
+            continue;
+        for (const RecordedCall& b : calls) {
+            if (b.page != a.page || &a == &b)
+                continue;
+            // On one line: they share more than half the height of the smaller text.
+            const double shared = std::min(a.y2, b.y2) - std::max(a.y1, b.y1);
+            if (b.kind == Kind::Text && a.x1 <= b.x1 &&
+                shared > std::min(a.y2 - a.y1, b.y2 - b.y1) / 2) {
+                const double blank = (a.x2 - a.x1) / double(a.text.size());
+                if (b.x1 - a.x2 < blank - slack)
+                    faults << QStringLiteral("\"%1\" against \"%2\"").arg(a.text, b.text);
+            } else if (b.kind == Kind::Line) {
+                const bool across =
+                    b.y1 == b.y2 && a.y1 + slack < b.y1 && b.y1 < a.y2 - slack &&
+                    std::min(a.x2, std::max(b.x1, b.x2)) - std::max(a.x1, std::min(b.x1, b.x2)) >
+                        slack;
+                const bool down =
+                    b.x1 == b.x2 && a.x1 + slack < b.x1 && b.x1 < a.x2 - slack &&
+                    std::min(a.y2, std::max(b.y1, b.y2)) - std::max(a.y1, std::min(b.y1, b.y2)) >
+                        slack;
+                if (across || down)
+                    faults << QStringLiteral("\"%1\" over a line").arg(a.text);
+            }
+        }
+    }
+    return faults;
+}
+
+TEST_F(StaffListsTest, NoTextTouchesTheNextOrLiesOverALine) {
+    using Print = bool (StaffLists::*)();
+    const struct {
+        int option;
+        Print print;
+        bool afrikaans;
+    } lists[] = {
+        {kStaffListOption, &StaffLists::print_staff_list, false},  // PST against NAME
+        {kStaffListOption, &StaffLists::print_staff_list, true},
+        {kAddressListOption, &StaffLists::print_address_list, true},
+        {kBirthdayListOption, &StaffLists::print_birthday_list, true},
+        {kBirthdayListOption, &StaffLists::print_age_list, false},  // YY:MM against RACE
+    };
+    for (const auto& list : lists) {
+        device.clear();
+        auto f = form(list.option, list.afrikaans);
+        f->jr_data[1] = QDate(kYear, 1, 1);
+        f->jr_data[2] = QDate(kYear, 12, 31);
+        ASSERT_TRUE(((*f).*list.print)());
+        EXPECT_EQ(layout_faults(device), QStringList{}) << job->state.report_name.toStdString();
+    }
+}
+
 TEST_F(StaffListsTest, ManyStaffRunOverPagesWithTheContinuationMark) {
     auto f = form(kAddressListOption);
     ASSERT_TRUE(f->print_address_list());
@@ -462,6 +522,9 @@ TEST_F(PrintCommand, StaffListToPdf) {
     EXPECT_TRUE(text.contains("CEMIS NO"));
     EXPECT_TRUE(text.contains("MCKENZIE D A MR"));
     EXPECT_FALSE(text.contains("BASSON"));  // inactive
+#ifdef Q_OS_LINUX
+    EXPECT_TRUE(text.contains("VESPARINE (Linux)"));  // the footer names the system
+#endif
 }
 
 TEST_F(PrintCommand, StaffListToAWorkbookReadBack) {
@@ -473,12 +536,16 @@ TEST_F(PrintCommand, StaffListToAWorkbookReadBack) {
         "/usr/bin/python3", {"-c",
                              "import sys, openpyxl\n"
                              "ws = openpyxl.load_workbook(sys.argv[1]).worksheets[0]\n"
+                             "print('E2=' + str(ws['E2'].value))\n"
                              "for row in ws.iter_rows(values_only=True):\n"
                              "    print('|'.join('' if v is None else str(v) for v in row))\n",
                              xlsx});
     EXPECT_TRUE(rows.contains("POS|NAAM|ID.NR|G|T|PERSAL|SACE|LURITS|CEMIS NR"))
         << rows.left(600).toStdString();
     EXPECT_TRUE(rows.contains("|DU TOIT J P MNR|"));
+#ifdef Q_OS_LINUX
+    EXPECT_TRUE(rows.contains("E2=Linux\n"));
+#endif
     EXPECT_FALSE(rows.contains("MARAIS"));  // administrative
     EXPECT_FALSE(rows.contains("FOURIE"));  // governing body
 }
