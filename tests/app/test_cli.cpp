@@ -91,23 +91,23 @@ TEST(Cli, SubjectsListTheCodesOfTheSuiteHome) {
     const CliRun af = cli({"subjects", "list", "--drive", "C:=" + tmp.path(), "--lang", "af"});
     EXPECT_TRUE(af.out.startsWith("1010,10,Afrikaans Huistaal\n"));
     EXPECT_EQ(cli({"subjects", "list", "--lang", "de"}).code, 2);
+}
 
-    TEST(Cli, SubjectsRebuildOnTheDemoTree) {
-        QTemporaryDir tmp;
-        ASSERT_EQ(cli({"demo", tmp.path()}).code, 0);
-        qputenv("KORVEL_EXE", "C:\\Program Files (x86)\\KORVEL\\KORVEL.EXE");
-        const QStringList drive = {"--drive", "C:=" + tmp.path()};
+TEST(Cli, SubjectsRebuildOnTheDemoTree) {
+    QTemporaryDir tmp;
+    ASSERT_EQ(cli({"demo", tmp.path()}).code, 0);
+    qputenv("KORVEL_EXE", "C:\\Program Files (x86)\\KORVEL\\KORVEL.EXE");
+    const QStringList drive = {"--drive", "C:=" + tmp.path()};
 
-        const CliRun merge = cli(QStringList{"subjects", "rebuild"} + drive);
-        ASSERT_EQ(merge.code, 0) << merge.err.toStdString();
-        EXPECT_TRUE(merge.out.contains("grades: 11 12\n"));
-        EXPECT_TRUE(merge.out.contains("records added: 1\n"));  // the post only the learners know
-        const CliRun again = cli(QStringList{"subjects", "rebuild"} + drive);
-        EXPECT_TRUE(again.out.contains("subjects added: 0\n"));
+    const CliRun merge = cli(QStringList{"subjects", "rebuild"} + drive);
+    ASSERT_EQ(merge.code, 0) << merge.err.toStdString();
+    EXPECT_TRUE(merge.out.contains("grades: 11 12\n"));
+    EXPECT_TRUE(merge.out.contains("records added: 1\n"));  // the post only the learners know
+    const CliRun again = cli(QStringList{"subjects", "rebuild"} + drive);
+    EXPECT_TRUE(again.out.contains("subjects added: 0\n"));
 
-        const CliRun recreate = cli(QStringList{"subjects", "rebuild", "--recreate"} + drive);
-        ASSERT_EQ(recreate.code, 0) << recreate.err.toStdString();
-        EXPECT_TRUE(
-            recreate.out.contains("subject records: 22\n"));  // the teachers, and no one else
-        EXPECT_EQ(cli({"subjects", "rebuild", "--drive"}).code, 2);
-    }
+    const CliRun recreate = cli(QStringList{"subjects", "rebuild", "--recreate"} + drive);
+    ASSERT_EQ(recreate.code, 0) << recreate.err.toStdString();
+    EXPECT_TRUE(recreate.out.contains("subject records: 22\n"));  // the teachers, and no one else
+    EXPECT_EQ(cli({"subjects", "rebuild", "--drive"}).code, 2);
+}
