@@ -1,20 +1,94 @@
 #include "app/desktop.h"
 
 #include <QCloseEvent>
+#include <QColorDialog>
 #include <QCoreApplication>
 #include <QDesktopServices>
+#include <QFileDialog>
 #include <QFont>
+#include <QFontDialog>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QInputDialog>
 #include <QKeyEvent>
+#include <QMessageBox>
 #include <QPalette>
+#include <QProgressDialog>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <cstdio>
+#include <cstdlib>
 
 #include "platform/process_end.h"
 #include "shell/common_dialogs.h"
+#include "shell/form_header.h"
 
 namespace korvel::app {
+
+bool deliver_or_end(const std::function<bool()>& deliver, const std::function<void(int)>& end) {
+    try {
+        return deliver();
+    } catch (const ProcessEnd& e) {
+        end(e.exit_code());  // its message has been shown
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "KORVEL: %s\n", e.what());
+        end(1);
+    }
+    return false;
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    return deliver_or_end([&] { return QApplication::notify(receiver, event); },
+                          [this](int code) {
+                              if (before_end) {
+                                  before_end();
+                              }
+                              std::fflush(nullptr);
+                              std::_Exit(code);
+                          });
+}
+
+namespace {
+
+bool is_form(const QWidget* w) {
+    if (!w->isWindow() || (w->windowType() != Qt::Window && w->windowType() != Qt::Dialog)) {
+        return false;
+    }
+    const QString name = w->objectName();
+    if (name.isEmpty() || name.startsWith(QLatin1String("qt_"))) {
+        return false;
+    }
+    return !qobject_cast<const QMessageBox*>(w) && !qobject_cast<const QInputDialog*>(w) &&
+           !qobject_cast<const QFileDialog*>(w) && !qobject_cast<const QFontDialog*>(w) &&
+           !qobject_cast<const QColorDialog*>(w) && !qobject_cast<const QProgressDialog*>(w);
+}
+
+}  // namespace
+
+bool FormHeaders::eventFilter(QObject* watched, QEvent* event) {
+    static const char* const kDone = "korvel_form_header";
+    if (event->type() != QEvent::Show || !watched->isWidgetType()) {
+        return false;
+    }
+    auto* w = static_cast<QWidget*>(watched);
+    if (!is_form(w) || w->property(kDone).toBool()) {
+        return false;
+    }
+    w->setProperty(kDone, true);
+    const shell::HeaderStrip strip = shell::form_header_setup(s_, w->objectName());
+    const std::pair<const char*, const QString*> texts[] = {
+        {"ops_datum", &strip.ops_datum},
+        {"ops_tyd", &strip.ops_tyd},
+        {"prg_version", &strip.prg_version},
+        {"internet_version", &strip.internet_version},
+    };
+    for (const auto& [name, text] : texts) {
+        for (QLabel* l : w->findChildren<QLabel*>(QString::fromLatin1(name))) {
+            l->setText(*text);
+        }
+    }
+    return false;
+}
 
 MenuForm::MenuForm(shell::Session& session, shell::Startup& startup,
                    const std::map<QString, FormFactory>& forms, QWidget* parent)

@@ -2,6 +2,7 @@
 // The desktop program's forms: the full-screen shell `startup`, the splash `staff_splash` and
 // the menu `sk4_mnu`. They bind widgets to the behaviour classes of the shell and stay thin.
 
+#include <QApplication>
 #include <QDialog>
 #include <QLabel>
 #include <QListWidget>
@@ -20,6 +21,38 @@
 #include "shell/startup.h"
 
 namespace korvel::app {
+
+// Delivers one event through deliver. A fatal end inside it (a click whose work ends the
+// program, after its message) calls end with the exit code instead of unwinding further; so
+// does any other exception, with exit code 1. Returns what deliver returned, else false.
+bool deliver_or_end(const std::function<bool()>& deliver, const std::function<void(int)>& end);
+
+// The desktop program's application: no exception ever leaves an event handler into Qt. A
+// fatal end closes the program at once with its exit code, as the end statement does: nothing
+// more runs, and the files, written through at each write, are closed by the system.
+class Application : public QApplication {
+  public:
+    Application(int& argc, char** argv) : QApplication(argc, argv) {}
+    bool notify(QObject* receiver, QEvent* event) override;
+    std::function<void()> before_end;  // what must be let go first (the single-instance lock)
+};
+
+// The common header set-up of every form, in one place: a form is a top-level window named
+// after its registered name, and as it shows for the first time it writes its line in the audit
+// trail and fills the labels of its header strip that it has (ops_datum, ops_tyd, prg_version,
+// internet_version). Installed on the application, so a new form cannot forget it. Message
+// boxes, input boxes, the platform's choosers and popups are no forms.
+class FormHeaders : public QObject {
+  public:
+    explicit FormHeaders(shell::Session& session, QObject* parent = nullptr)
+        : QObject(parent), s_(session) {}
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    shell::Session& s_;
+};
 
 // A child form of the menu, by name; the register and the forms of later work add theirs.
 using FormFactory = std::function<QWidget*(shell::Session&, QWidget* parent)>;

@@ -31,7 +31,7 @@
 using namespace korvel;
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    app::Application app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("KORVEL"));
     ui::QtDialogs dialogs;
     attendance::register_attendance_register_form(dialogs);
@@ -54,9 +54,12 @@ int main(int argc, char** argv) {
     session.executable_path = platform::executable_windows_path(drives);
     session.afrikaans = false;  // the language before language.txt is read
     shell::Startup startup(session);
+    app::FormHeaders form_headers(session);
+    app.installEventFilter(&form_headers);
+    platform::SingleInstance instance;
+    app.before_end = [&instance] { instance.release(); };
     try {
         startup.begin();
-        platform::SingleInstance instance;
         if (!instance.try_acquire(startup.executable_name())) {
             dialogs.message(startup.already_loaded_message(), ui::Icon::Critical);
             return 1;

@@ -12,7 +12,6 @@
 #include "reports/print_target.h"
 #include "reports/print_target_host.h"
 #include "reports/school_report.h"
-#include "shell/form_header.h"
 
 namespace korvel::attendance {
 
@@ -159,7 +158,6 @@ AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool edu
             print_code_list(job, list);
         }
     };
-    shell::form_header_setup(session, objectName());
     register_.form_load();
     const bool af = session.afrikaans;
     calendar_->setText(af ? QStringLiteral("KALENDER") : QStringLiteral("CALENDAR"));

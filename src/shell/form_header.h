@@ -1,6 +1,7 @@
 #pragma once
 // The common set-up every form runs as it loads: the texts of its header strip, and its line in
-// the workstation's audit trail.
+// the workstation's audit trail. The desktop program runs it for every form as the form first
+// shows (app::FormHeaders); the menu, which is no window of its own, runs it at its load.
 
 #include <QString>
 

@@ -83,9 +83,16 @@ bool load_school_record(Session& s) {
     s.school.principal = r.text(SKL["SX_HOOF"]);
     s.school.district_number = r.text(SKL["SD_DIST_NR"]);
     s.school.district = r.text(SKL["SD_DISTRIK"]);
-    // A school file without its record has no value in the boolean: it counts as true.
-    const bool oudstes = !has_record || r.int16(SKL["SD_OUDSTES"]) != 0;
-    s.school.school_flag = oudstes ? QStringLiteral("D") : QStringLiteral("A");
+    // The boolean holds 0 or true (-1, or 1 from some writers). Anything else was never
+    // written as a boolean (blanks, say): it is made true and the record written at once. A
+    // file without its record has nothing to write back; its flag counts as true.
+    const std::int16_t oudstes = r.int16(SKL["SD_OUDSTES"]);
+    const bool is_boolean = oudstes == 0 || oudstes == -1 || oudstes == 1;
+    if (has_record && !is_boolean) {
+        r.set_int16(SKL["SD_OUDSTES"], -1);
+        s.write_record(Code::SKL, 1);
+    }
+    s.school.school_flag = !has_record || oudstes != 0 ? QStringLiteral("D") : QStringLiteral("A");
     look_up_province(s);
     return true;
 }

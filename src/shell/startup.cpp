@@ -1,5 +1,7 @@
 #include "shell/startup.h"
 
+#include <QFile>
+
 #include "platform/codepage.h"
 #include "platform/process_end.h"
 #include "platform/windows_settings.h"
@@ -19,7 +21,8 @@ using winpath::parent_of;
 namespace {
 
 // The resolution loops only after the user has been shown a message and offered the path
-// tool. Unattended, nobody answers: past this many rounds the process ends instead of looping.
+// tool. Unattended, nobody answers: past this many rounds of one resolution the process ends
+// instead of looping.
 constexpr int kMaxRounds = 50;
 
 qsizetype find_nocase(const QString& text, const QString& what) {
@@ -42,6 +45,11 @@ QString with_year(const QString& folder, const QString& year) {
     bool digits = false;
     folder.right(4).toInt(&digits);
     return digits ? folder.left(folder.size() - 4) + year : folder;
+}
+
+// A read-only file: on Windows its deletion fails, and here it is kept the same way.
+bool is_read_only(const QString& native) {
+    return !(QFile::permissions(native) & QFileDevice::WriteOwner);
 }
 
 }  // namespace
@@ -306,6 +314,23 @@ void Startup::guard_rounds() {
     }
 }
 
+// The rounds are counted over one resolution, with the resolutions the path tool runs inside
+// it; the next resolution (a folder change on the menu, say) starts from none.
+class Startup::Resolution {
+  public:
+    explicit Resolution(Startup& s) : s_(s) {
+        if (s_.depth_++ == 0) {
+            s_.rounds_ = 0;
+        }
+    }
+    ~Resolution() { --s_.depth_; }
+    Resolution(const Resolution&) = delete;
+    Resolution& operator=(const Resolution&) = delete;
+
+  private:
+    Startup& s_;
+};
+
 QString Startup::staff_default(const QString& drive) const {
     return drive + QStringLiteral("\\VESPARINE\\STAFF\\P") + s_.ledger_year;
 }
@@ -317,6 +342,7 @@ void Startup::resolve_folders() {
     if (ok && ledger < calendar_year - 2) {
         return;  // an old year is being browsed; its folders stand
     }
+    const Resolution resolution(*this);
     store::Folders& f = s_.folders;
     for (;;) {
         guard_rounds();
@@ -500,7 +526,10 @@ QString Startup::settle_ledger_year() {
         const QString up = name.toUpper();
         if (up.contains(QStringLiteral(".NTX")) || up.contains(QStringLiteral("PRS_SVE")) ||
             up.contains(QStringLiteral("PRS_BAK")) || up.contains(QStringLiteral(".SVE"))) {
-            s_.fs().delete_file(join(f.staff, name));
+            const QString leftover = join(f.staff, name);
+            if (!is_read_only(s_.fs().native(leftover))) {
+                s_.fs().delete_file(leftover);
+            }
         }
     }
     // 4.

@@ -80,9 +80,11 @@ class Startup {
     void write_backup_path_names();
     QString staff_default(const QString& drive) const;
     void guard_rounds();
+    class Resolution;
 
     Session& s_;
-    int rounds_ = 0;  // each round of the resolution shows the user a message; see guard_rounds
+    int rounds_ = 0;  // each round of a resolution shows the user a message; see guard_rounds
+    int depth_ = 0;   // resolutions running, the path tool's inside the menu's
 };
 
 }  // namespace korvel::shell

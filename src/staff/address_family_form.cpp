@@ -17,7 +17,6 @@
 #include <span>
 #include <vector>
 
-#include "shell/form_header.h"
 #include "staff/address_family.h"
 #include "staff/banking.h"
 #include "staff/form_boxes.h"
@@ -28,7 +27,6 @@ namespace korvel::staff {
 namespace {
 
 void show_address_family(AddressFamily& form, QWidget* parent) {
-    shell::form_header_setup(form.session(), form.form_name());  // the form's audit line
     form.form_load();
     QDialog dialog(parent);
     dialog.setObjectName(form.form_name());

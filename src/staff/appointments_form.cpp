@@ -9,7 +9,6 @@
 #include <QVBoxLayout>
 #include <functional>
 
-#include "shell/form_header.h"
 #include "staff/appointments.h"
 #include "staff/detail_grid_form.h"
 #include "staff/form_boxes.h"
@@ -21,7 +20,6 @@ namespace {
 constexpr int kWidths[] = {0, 50, 30, 1, 10};  // boxes 1 to 4
 
 void show_appointments(Appointments& form, QWidget* parent) {
-    shell::form_header_setup(form.session(), form.form_name());
     form.form_load();
     QDialog dialog(parent);
     dialog.setObjectName(form.form_name());

@@ -13,7 +13,6 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "shell/form_header.h"
 #include "staff/detail_chooser.h"
 #include "staff/form_boxes.h"
 #include "staff/staff_entry.h"
@@ -25,7 +24,6 @@ namespace korvel::staff {
 namespace {
 
 void show_chooser(DetailChooser& chooser, QWidget* parent) {
-    shell::form_header_setup(chooser.session(), chooser.form_name());
     QDialog dialog(parent);
     dialog.setObjectName(chooser.form_name());
     dialog.setWindowTitle(chooser.caption);

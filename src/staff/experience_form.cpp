@@ -12,7 +12,6 @@
 #include <memory>
 #include <vector>
 
-#include "shell/form_header.h"
 #include "staff/detail_grid_form.h"
 #include "staff/experience.h"
 #include "staff/form_boxes.h"
@@ -34,7 +33,6 @@ struct FrameWidgets {
 };
 
 void show_experience(Experience& form, QWidget* parent) {
-    shell::form_header_setup(form.session(), form.form_name());
     form.form_load();
     QDialog dialog(parent);
     dialog.setObjectName(form.form_name());

@@ -14,7 +14,6 @@
 #include <functional>
 #include <memory>
 
-#include "shell/form_header.h"
 #include "staff/detail_grid_form.h"
 #include "staff/form_boxes.h"
 #include "staff/qualifications.h"
@@ -24,7 +23,6 @@ namespace korvel::staff {
 namespace {
 
 void show_qualifications(Qualifications& form, QWidget* parent) {
-    shell::form_header_setup(form.session(), form.form_name());
     form.form_load();
     QDialog dialog(parent);
     dialog.setObjectName(form.form_name());

@@ -563,7 +563,8 @@ void StaffEntry::prs_data_lost_focus(int field) {
         }
         if (canonical_date(prs_data[9]).isEmpty()) {
             session_.dialogs().message(
-                session_.tr("GEBOORTEDATUM VERKEERD!", "DATE OF BIRTH INCORRECT!"));
+                session_.tr("GEBOORTEDATUM VERKEERD!", "DATE OF BIRTH INCORRECT!"),
+                ui::Icon::Critical);
         }
     }
 }
@@ -659,10 +660,10 @@ bool StaffEntry::compulsory_fields_complete() {
     }
     if (!complete) {
         session_.dialogs().beep();
-        session_.dialogs().message(
-            session_.tr("VERPLIGTE VELDE ONVOLTOOID - SIEN ROOI "
-                        "KANTSKRIFTE...",
-                        "COMPULSARY FIELDS IMCOMPLETE - SEE RED TEXT..."));
+        session_.dialogs().message(session_.tr("VERPLIGTE VELDE ONVOLTOOID - SIEN ROOI "
+                                               "KANTSKRIFTE...",
+                                               "COMPULSARY FIELDS IMCOMPLETE - SEE RED TEXT..."),
+                                   ui::Icon::Critical);
     }
     return complete;
 }
@@ -677,13 +678,15 @@ bool StaffEntry::save_record() {
     const QString post = prs_data[1].trimmed();
     if (post.isEmpty()) {
         session_.dialogs().message(session_.tr("POSNOMMER MOET INGEVOER WORD ... VERSOEK GEWEIER!",
-                                               "POST NUMBER MUST BE ENTERED ... REQUEST DENIED!"));
+                                               "POST NUMBER MUST BE ENTERED ... REQUEST DENIED!"),
+                                   ui::Icon::Critical);
         return false;
     }
     if (is_new_ && owner_.upkeep.prs_lys.contains(post)) {
         session_.dialogs().message(
             session_.tr(S("POSNOMMER ") + post + S(" REEDS OP LêER ... VERSOEK GEWEIER!"),
-                        S("POST NUMBER ") + post + S(" ALREADY EXIST ... REQUEST DENIED!")));
+                        S("POST NUMBER ") + post + S(" ALREADY EXIST ... REQUEST DENIED!")),
+            ui::Icon::Critical);
         return false;
     }
     if (session_.browse_mode) {
@@ -860,7 +863,8 @@ void StaffEntry::data_aktiveer_click() {
 void StaffEntry::alg_opsies_click(int index) {
     if (owner_.selected_post.trimmed().isEmpty()) {
         session_.dialogs().message(
-            session_.tr("SELEKTEER EERS 'N REKORD ...", "SELECT A RECORD FIRST ..."));
+            session_.tr("SELEKTEER EERS 'N REKORD ...", "SELECT A RECORD FIRST ..."),
+            ui::Icon::Critical);
         return;
     }
     if (!save_record() || index != 1) {

@@ -13,9 +13,9 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "shell/form_header.h"
 #include "staff/form_boxes.h"
 #include "staff/staff_entry.h"
+#include "staff/staff_register.h"
 #include "store/record_layouts.h"
 
 namespace korvel::staff {
@@ -133,7 +133,6 @@ class RemarksButton : public QPushButton {
 };
 
 void show_entry(StaffEntry& entry, QWidget* parent) {
-    shell::form_header_setup(entry.session(), entry.form_name());  // the form's audit line
     QDialog dialog(parent);
     dialog.setObjectName(entry.form_name());
     QLabel* person = heading(QString(), dialog);
@@ -214,6 +213,7 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
     std::array<QRadioButton*, 6> levels{};
     auto* level_group = new QButtonGroup(&dialog);
     auto* level_box = new QGroupBox(&dialog);
+    level_box->setObjectName(QStringLiteral("tipe_onderwys_raam"));
     auto* level_layout = new QHBoxLayout(level_box);
     for (int i = 0; i < 6; ++i) {
         levels[static_cast<std::size_t>(i)] = new QRadioButton(level_box);
@@ -276,10 +276,22 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
                 entry.kies_p_t[static_cast<std::size_t>(i)]);
         }
         p_t_group->setExclusive(true);
+        // The teaching level's caption is its frame's title, red as a label turns red; the
+        // options in the frame keep the form's colours.
         level_box->setTitle(entry.data_teks[26]);
+        QPalette frame = level_box->palette();
+        QPalette option = frame;
+        for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text}) {
+            frame.setColor(role, entry.data_teks_colour[26] == kColourBlack
+                                     ? dialog.palette().color(role)
+                                     : colour_of(entry.data_teks_colour[26]));
+            option.setColor(role, dialog.palette().color(role));
+        }
+        level_box->setPalette(frame);
         level_group->setExclusive(false);
         for (int i = 0; i < 6; ++i) {
             const auto n = static_cast<std::size_t>(i);
+            levels[n]->setPalette(option);
             levels[n]->setText(entry.kies_tipe_onderwys_caption[n]);
             levels[n]->setChecked(entry.kies_tipe_onderwys[n]);
         }

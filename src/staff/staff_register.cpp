@@ -7,6 +7,7 @@
 
 #include "platform/user.h"
 #include "platform/winpath.h"
+#include "shell/startup.h"
 #include "staff/staff_entry.h"
 #include "staff/staff_subjects.h"
 #include "store/locks.h"
@@ -363,9 +364,7 @@ void StaffRegister::laai_vakke_van_admin_click() {
 }
 
 void StaffRegister::dir_disp_roster_click() {
-    if (change_roster_path) {
-        change_roster_path();
-    }
+    shell::Startup(session_).run_path_tool();
 }
 
 void StaffRegister::staff_exit_click() {

@@ -114,7 +114,6 @@ class StaffRegister {
     std::function<void()> show_print_chooser;             // the print programs, modal
     std::function<void(bool educators)> open_attendance;  // the attendance register, modal
     std::function<void()> open_subject_rebuild;           // the staff subject rebuild, modal
-    std::function<void()> change_roster_path;             // the path tool
     std::function<void(int done, int total)> progress;    // the fill's progress bar
 
     // ---- events ----
@@ -131,8 +130,8 @@ class StaffRegister {
     void task_options_click(int index);
     void alg_opsies_click(int index);
     void laai_vakke_van_admin_click();
-    void dir_disp_roster_click();
-    void staff_exit_click();  // close_register
+    void dir_disp_roster_click();  // the path tool, or the message that sends for it
+    void staff_exit_click();       // close_register
 
     // The row's record opened for editing under its lock; the grid is filled again after.
     void select_record(int row);

@@ -8,7 +8,6 @@
 
 #include "attendance/attendance_register_form.h"
 #include "reports/print_menu_form.h"
-#include "shell/form_header.h"
 
 namespace korvel::staff {
 
@@ -18,23 +17,31 @@ QColor colour_of(int bgr) {
     return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF);
 }
 
-// The grid's Enter key reaches the behaviour as the register's key code.
+// Enter in the grid opens the current row, as a left click does.
 class GridKeys : public QObject {
   public:
-    GridKeys(StaffRegister& r, QObject* parent) : QObject(parent), r_(r) {}
+    GridKeys(StaffRegisterForm& form, QTreeWidget& grid)
+        : QObject(&form), form_(form), grid_(grid) {
+        grid_.installEventFilter(this);
+    }
     bool eventFilter(QObject*, QEvent* e) override {
-        if (e->type() == QEvent::KeyPress) {
-            const auto* k = static_cast<QKeyEvent*>(e);
-            if (k->key() == Qt::Key_Return || k->key() == Qt::Key_Enter) {
-                r_.prs_grid_key_down(kEnterKey);
-                return true;
-            }
+        if (e->type() != QEvent::KeyPress) {
+            return false;
         }
-        return false;
+        const auto* k = static_cast<QKeyEvent*>(e);
+        if (k->key() != Qt::Key_Return && k->key() != Qt::Key_Enter) {
+            return false;
+        }
+        StaffRegister& r = form_.behaviour();
+        r.prs_grid.selected = grid_.indexOfTopLevelItem(grid_.currentItem());
+        r.prs_grid_key_down(kEnterKey);
+        form_.refresh();
+        return true;
     }
 
   private:
-    StaffRegister& r_;
+    StaffRegisterForm& form_;
+    QTreeWidget& grid_;
 };
 
 }  // namespace
@@ -42,6 +49,8 @@ class GridKeys : public QObject {
 StaffRegisterForm::StaffRegisterForm(shell::Session& session, bool educators, QWidget* parent)
     : QWidget(parent), s_(session), register_(session, educators) {
     setObjectName(QStringLiteral("sk411_prg"));
+    // Opened from the menu, the register keeps the menu waiting until it closes.
+    setWindowModality(Qt::ApplicationModal);
     resize(1100, 650);
     staff_ops_ = new QLabel(this);
     QFont big = staff_ops_->font();
@@ -57,16 +66,17 @@ StaffRegisterForm::StaffRegisterForm(shell::Session& session, bool educators, QW
     prs_grid_->setObjectName(QStringLiteral("prs_grid"));
     prs_grid_->setRootIsDecorated(false);
     prs_grid_->setColumnCount(kGridColumns);
-    prs_grid_->setColumnHidden(kColNumber, true);  // the row key
-    prs_grid_->setSortingEnabled(false);           // the behaviour sorts
+    prs_grid_->setSortingEnabled(false);  // the behaviour sorts
     prs_grid_->header()->setSectionsClickable(true);
-    prs_grid_->installEventFilter(new GridKeys(register_, this));
-    connect(prs_grid_->header(), &QHeaderView::sectionClicked, this, [this](int column) {
-        register_.prs_grid_column_click(column);
+    new GridKeys(*this, *prs_grid_);
+    // A left click on a row opens it. The opened form is modal, so the second click of a double
+    // click finds it in front: a double click opens the row once.
+    connect(prs_grid_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) {
+        register_.prs_grid_click(prs_grid_->indexOfTopLevelItem(item));
         refresh();
     });
-    connect(prs_grid_, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
-        register_.prs_grid_click(prs_grid_->indexOfTopLevelItem(item));
+    connect(prs_grid_->header(), &QHeaderView::sectionClicked, this, [this](int column) {
+        register_.prs_grid_column_click(column);
         refresh();
     });
 
@@ -76,10 +86,11 @@ StaffRegisterForm::StaffRegisterForm(shell::Session& session, bool educators, QW
     attendance_ = new QPushButton(this);
     subjects_ = new QPushButton(this);
     roster_ = new QPushButton(this);
-    staff_exit_ = new QPushButton(QStringLiteral("X"), this);
+    staff_exit_ = new QPushButton(this);
     new_record_->setObjectName(QStringLiteral("task_options_1"));
     search_->setObjectName(QStringLiteral("task_options_2"));
     print_->setObjectName(QStringLiteral("task_options_5"));
+    roster_->setObjectName(QStringLiteral("dir_disp_roster"));
     staff_exit_->setObjectName(QStringLiteral("staff_exit"));
     connect(new_record_, &QPushButton::clicked, this, [this] {
         register_.task_options_click(1);
@@ -134,7 +145,6 @@ StaffRegisterForm::StaffRegisterForm(shell::Session& session, bool educators, QW
 }
 
 bool StaffRegisterForm::load() {
-    shell::form_header_setup(s_, objectName());
     if (!register_.form_load()) {
         return false;
     }
@@ -162,13 +172,13 @@ void StaffRegisterForm::refresh() {
     subjects_->setToolTip(tips.laai_vakke_van_admin);
     roster_->setToolTip(tips.dir_disp_roster);
     prs_grid_->setToolTip(tips.prs_grid);
+    staff_exit_->setText(tips.staff_exit);
     staff_exit_->setToolTip(tips.staff_exit);
     // The forms of later work stay disabled until they are there.
     new_record_->setEnabled(register_.new_record_enabled);
     print_->setEnabled(bool(register_.show_print_chooser));
     attendance_->setEnabled(bool(register_.open_attendance));
     subjects_->setEnabled(bool(register_.open_subject_rebuild));
-    roster_->setEnabled(bool(register_.change_roster_path));
 
     QStringList headings;
     for (const GridColumn& c : register_.prs_grid.columns) {
@@ -195,7 +205,7 @@ void StaffRegisterForm::refresh() {
     if (register_.prs_grid.selected >= 0 && register_.prs_grid.selected < items.size()) {
         prs_grid_->setCurrentItem(items.at(register_.prs_grid.selected));
     }
-    for (int c = 1; c < kGridColumns; ++c) {
+    for (int c = 0; c < kGridColumns; ++c) {
         prs_grid_->resizeColumnToContents(c);
     }
 }

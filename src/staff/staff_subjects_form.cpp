@@ -9,7 +9,6 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "shell/form_header.h"
 #include "staff/staff_subjects.h"
 
 namespace korvel::staff {
@@ -17,7 +16,6 @@ namespace korvel::staff {
 namespace {
 
 void show_staff_subjects(StaffSubjects& form, QWidget* parent) {
-    shell::form_header_setup(form.session(), form.form_name());
     QDialog dialog(parent);
     dialog.setObjectName(form.form_name());
     dialog.setWindowTitle(form.caption);

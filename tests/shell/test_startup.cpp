@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 
 #include "platform/codepage.h"
@@ -155,6 +156,21 @@ TEST(ResolveFolders, UnmappedStaffDriveAndShortOrGarbledFiles) {
     EXPECT_TRUE(garbage.dialogs.last_text().startsWith("LAAI EN INSTALLEER"));
 }
 
+TEST(ResolveFolders, RoundsAreCountedPerResolution) {
+    // Folder changes on the menu resolve again and again; none of them ends the program.
+    Machine m(true);
+    m.network(kTree);
+    m.school("2026", "SKOOL");
+    for (int change = 0; change < 60; ++change) {
+        ASSERT_NO_THROW(m.startup.resolve_folders()) << change;
+    }
+    // A tree that never resolves still ends, the path tool offered at each round.
+    m.network("F:\\ADMIN\r\n");
+    m.starter.clear();
+    EXPECT_THROW(m.startup.resolve_folders(), ProcessEnd);
+    EXPECT_EQ(m.starter.started().size(), 50);
+}
+
 TEST(ResolveFolders, AnOldYearIsLeftAlone) {
     Machine m;
     m.session.ledger_year = "2023";
@@ -208,10 +224,14 @@ TEST(LedgerYear, YearUsedMovesTheStaffFolderOnlyBackwards) {
     m.session.fs().write_all(m.startup.year_used_file(), "2025\r\n");
     m.session.fs().create_folder(m.session.folders.staff);
     m.session.fs().write_all(m.session.folders.staff + "\\old.NTX", "x");
+    const QString kept = m.session.fs().native(m.session.folders.staff + "\\kept.SVE");
+    m.session.fs().write_all(m.session.folders.staff + "\\kept.SVE", "x");
+    QFile::setPermissions(kept, QFileDevice::ReadOwner | QFileDevice::ReadUser);
     EXPECT_EQ(m.startup.settle_ledger_year(), "F:\\VESPARINE\\STAFF\\P2025");
     EXPECT_EQ(m.session.ledger_year, "2025");
     EXPECT_EQ(m.session.folders.roster, "F:\\VESPARINE\\ROSTER\\R2025");
     EXPECT_FALSE(m.session.fs().file_exists("F:\\VESPARINE\\STAFF\\P2026\\old.NTX"));
+    EXPECT_TRUE(QFile::exists(kept));  // read-only leftovers stay
     EXPECT_TRUE(m.session.is_open(store::Code::PRSALG));
     // A line that is no year means the calendar year.
     m.session.fs().write_all(m.startup.year_used_file(), "garbage\r\n");
@@ -234,6 +254,22 @@ TEST(School, ProvinceFixUpAndEmptyRecord) {
     EXPECT_EQ(
         m.session.fs().read_all("F:\\VESPARINE\\GENERAL\\G2026\\skl_dta_random.txt")->mid(239, 2),
         "KN");
+    // The school boolean: false stays, a value that is no boolean (blanks) is written as true.
+    const struct {
+        const char *stored, *written, *flag;  // two bytes each
+    } booleans[] = {{"\0\0", "\0\0", "A"}, {"  ", "\xff\xff", "D"}};
+    for (const auto& b : booleans) {
+        QByteArray skl = rec;
+        skl.replace(455, 2, QByteArray(b.stored, 2));
+        m.session.fs().write_all("F:\\VESPARINE\\GENERAL\\G2026\\skl_dta_random.txt", skl);
+        m.session.open_suite_file("SKL", m.session.folders.school);
+        ASSERT_TRUE(load_school_record(m.session));
+        EXPECT_EQ(m.session.school.school_flag, b.flag);
+        EXPECT_EQ(m.session.fs()
+                      .read_all("F:\\VESPARINE\\GENERAL\\G2026\\skl_dta_random.txt")
+                      ->mid(455, 2),
+                  QByteArray(b.written, 2));
+    }
     // A school file of length 0: nothing to read, nothing crashes, the flag counts as true.
     m.session.fs().write_all("F:\\VESPARINE\\GENERAL\\G2026\\skl_dta_random.txt", "");
     EXPECT_TRUE(load_school_record(m.session));

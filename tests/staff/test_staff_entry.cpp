@@ -102,6 +102,14 @@ class Entry : public ::testing::Test {
         e.kies_p_t = {true, false};
         e.kies_tipe_onderwys[3] = true;
     }
+    // Every message box the user was shown is a failure, and has the critical icon.
+    void expect_messages_critical() const {
+        for (const Shown& s : tree.dialogs.shown()) {
+            if (s.kind == Shown::Kind::Message) {
+                EXPECT_EQ(s.icon, korvel::ui::Icon::Critical) << s.text.toStdString();
+            }
+        }
+    }
     int count(Shown::Kind kind) const {
         int n = 0;
         for (const Shown& s : tree.dialogs.shown()) {
@@ -214,6 +222,7 @@ TEST_F(Entry, CompulsoryFieldsTurnTheirLabelsRedTogether) {
     });
     EXPECT_EQ(count(Shown::Kind::Beep), 2);
     EXPECT_EQ(tree.dialogs.texts().count(kCompulsory), 2);
+    expect_messages_critical();
     EXPECT_EQ(master("20").text(PRSALG["PA_VAN"]).trimmed(), "");  // nothing saved
 }
 
@@ -261,6 +270,7 @@ TEST_F(Entry, SaveStopsForABlankOrDuplicatePostNumberOnANewRecordOnly) {
                   QString::fromUtf8("POSNOMMER 10 REEDS OP LêER ... VERSOEK GEWEIER!"));
         EXPECT_FALSE(e.closed);
     });
+    expect_messages_critical();
     // An existing record may take a number in use: no question, the number is written, and the
     // learner side is not asked about.
     struct NoLearners : LearnerFiles {
@@ -375,6 +385,7 @@ TEST_F(Entry, IdNumberAndBirthDateFields) {
         e.prs_data[9] = "31.02";
         e.prs_data_lost_focus(9);
         EXPECT_EQ(tree.dialogs.texts().count("GEBOORTEDATUM VERKEERD!"), 2);
+        expect_messages_critical();
 
         // A doubtful ID number: No keeps the focus there, Yes takes its birth date.
         e.focus_field = -1;

@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -142,4 +143,40 @@ TEST_F(EntryFormTest, AddingAStaffMemberEndToEnd) {
         shown = shown || row.cells[staff::kColPost] == "99";
     }
     EXPECT_TRUE(shown);
+}
+
+TEST_F(EntryFormTest, AnEmptyFormTurnsLabelsAndTheLevelFrameRedUnderACriticalBox) {
+    staff::StaffRegister reg(session, true);
+    reg.user = QStringLiteral("ANNA");
+    ASSERT_TRUE(reg.form_load());
+    QList<QMessageBox::Icon> icons;
+    QTimer clerk;
+    QObject::connect(&clerk, &QTimer::timeout, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            icons << box->icon();
+            box->buttons().first()->click();
+        }
+    });
+    bool looked = false;
+    QTimer robot;
+    robot.setSingleShot(true);
+    QObject::connect(&robot, &QTimer::timeout, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        ASSERT_NE(modal, nullptr);
+        QTest::keyClicks(child<QLineEdit>(modal, "prs_data_1"), "98");
+        child<QPushButton>(modal, "data_ok")->click();
+        const auto colour = [](QWidget* w) { return w->palette().color(QPalette::WindowText); };
+        EXPECT_EQ(colour(child<QLabel>(modal, "data_teks_18")), QColor(Qt::red));
+        EXPECT_EQ(colour(child<QWidget>(modal, "tipe_onderwys_raam")), QColor(Qt::red));
+        EXPECT_NE(colour(child<QRadioButton>(modal, "kies_tipe_onderwys_0")), QColor(Qt::red));
+        EXPECT_NE(colour(child<QLabel>(modal, "data_teks_1")), QColor(Qt::red));
+        looked = true;
+        child<QPushButton>(modal, "staff_exit")->click();
+    });
+    robot.start(50);
+    clerk.start(20);
+    reg.task_options_click(1);
+    clerk.stop();
+    EXPECT_TRUE(looked);
+    EXPECT_EQ(icons, QList<QMessageBox::Icon>({QMessageBox::Critical}));
 }
