@@ -20,10 +20,31 @@ struct TypedKey {
 // stay as they are).
 TypedKey typed_key(int key_ascii, bool capitals);
 
+// Where a record a form read for editing stands: its file, its number and the post number it
+// was read under. The working record is shared by every open form, and a child form (the
+// attendance register's month scan, for one) may leave another person in it; a form that writes
+// a record it read earlier reads it again by this key first.
+struct HeldRecord {
+    store::Code code = store::Code::PRSALG;
+    int number = 0;
+    QString post;
+};
+// The key of the record now in the working record of a file (PRSALG or PRSADD).
+HeldRecord hold_working_record(shell::Session& session, store::Code code);
+// Reads the held record again into the working record: at its number while that record still
+// holds the post number, otherwise the first record that does (a blank post number is only
+// looked for at its number). False when no record holds it any more.
+bool read_held_record(shell::Session& session, HeldRecord& held);
+
 // Puts the edited copy of the master record in memory and writes it at the current record
 // number. When the write fails the user is told, the record in memory goes back to what it was
 // and false is returned.
 bool write_master_record(shell::Session& session, const store::Record& edited);
+// The same for a form that holds its record: the record is found again by its key, the edited
+// copy written over it, and the key follows a changed post number.
+bool write_master_record(shell::Session& session, const store::Record& edited, HeldRecord& held);
+// The message of a record file that cannot be written: "KAN NIE  <path>  SKRYF NIE!".
+void cannot_write_message(shell::Session& session, store::Code code);
 
 // A pop-up list of a form: its rows in the current language, the selected row (-1 for none)
 // and whether it stands in front of its box.

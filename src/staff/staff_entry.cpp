@@ -314,7 +314,11 @@ std::optional<EntryList> StaffEntry::list_of_field(int field, bool western_cape)
 }
 
 StaffEntry::StaffEntry(shell::Session& session, StaffRegister& owner, bool is_new)
-    : session_(session), owner_(owner), is_new_(is_new) {
+    : session_(session),
+      owner_(owner),
+      is_new_(is_new),
+      master_(hold_working_record(session, Code::PRSALG)),
+      additional_(hold_working_record(session, Code::PRSADD)) {
     western_cape = session_.school.province_code.trimmed() == u"WC";
     form_load();
 }
@@ -706,7 +710,12 @@ bool StaffEntry::save_record() {
         prs_data[9] = canonical_date(prs_data[9]);
     }
 
-    // The fields go into a copy, which takes the place of the record in memory once written.
+    // The fields go into a copy of the person's record as it stands on disk now (a detail form
+    // may have written it since), which takes the place of the record in memory once written.
+    if (!read_held_record(session_, master_)) {
+        cannot_write_message(session_, Code::PRSALG);
+        return false;
+    }
     Record r = session_.working(Code::PRSALG);
     for (const TextField& f : kMasterText) {
         r.set_text(f.stored, prs_data[static_cast<std::size_t>(f.field)].trimmed());
@@ -734,10 +743,14 @@ bool StaffEntry::save_record() {
     const int years = std::max(
         {r.int16(in_education), r.int16(PRSALG["PO_JRE_SKL"]), r.int16(PRSALG["PO_JRE_PRV"])});
     r.set_int16(in_education, years);
-    if (!write_master_record(session_, r)) {
+    if (!write_master_record(session_, r, master_)) {
         return false;
     }
 
+    if (session_.is_open(Code::PRSADD) && !read_held_record(session_, additional_)) {
+        cannot_write_message(session_, Code::PRSADD);
+        return false;
+    }
     Record& add = session_.working(Code::PRSADD);
     add.set_text(PRSADD["PD_POS_NR"], post);
     for (const TextField& f : kAdditionalText) {
@@ -752,8 +765,9 @@ bool StaffEntry::save_record() {
                  level == kies_tipe_onderwys.end()
                      ? QString()
                      : QString::number(level - kies_tipe_onderwys.begin()));
-    if (session_.is_open(Code::PRSADD)) {
-        session_.write_record(Code::PRSADD, session_.state(Code::PRSADD).current);
+    if (session_.is_open(Code::PRSADD) &&
+        session_.write_record(Code::PRSADD, session_.state(Code::PRSADD).current)) {
+        additional_ = hold_working_record(session_, Code::PRSADD);
     }
 
     if (!is_admin_class(prs_data[18])) {
@@ -835,6 +849,10 @@ void StaffEntry::data_del_click() {
     if (session_.browse_mode) {
         return;
     }
+    if (!read_held_record(session_, master_)) {
+        cannot_write_message(session_, Code::PRSALG);
+        return;
+    }
     Record& r = session_.working(Code::PRSALG);
     if (r.text(kState).trimmed() == u"*") {
         session_.delete_staff_record();
@@ -847,6 +865,10 @@ void StaffEntry::data_del_click() {
 }
 
 void StaffEntry::data_aktiveer_click() {
+    if (!read_held_record(session_, master_)) {
+        cannot_write_message(session_, Code::PRSALG);
+        return;
+    }
     Record& r = session_.working(Code::PRSALG);
     if (blank(r.text(kState))) {
         return;

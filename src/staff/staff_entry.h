@@ -142,6 +142,9 @@ class StaffEntry : public ui::ChildForm {
     shell::Session& session_;
     StaffRegister& owner_;
     bool is_new_;
+    // The person's two records as the register read them; every write finds them again first.
+    HeldRecord master_;
+    HeldRecord additional_;
 };
 
 }  // namespace korvel::staff

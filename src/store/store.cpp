@@ -230,8 +230,9 @@ bool Store::open_code(Code code, const QString& folder) {
                           ui::Icon::Critical);
         return false;
     }
+    // A file opened again keeps its current record number: a form that reopens a file it
+    // shares with the form below it must not move that form off its record.
     s.count = file->count();
-    s.current = 0;
     pool_.attach(handle, std::move(file), name, folder);
     s.handle = handle;
     if (code == Code::PRSLURITS && s.count == 0) {

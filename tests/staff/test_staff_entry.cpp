@@ -5,6 +5,7 @@
 #include <QFile>
 #include <map>
 
+#include "attendance/attendance_register.h"
 #include "shell/staff_person.h"
 #include "staff/appointments.h"
 #include "staff/detail_chooser.h"
@@ -16,6 +17,7 @@
 using namespace korvel::store;
 using namespace korvel::staff;
 using korvel::testing::add_person;
+using korvel::testing::read_file;
 using korvel::testing::StaffTree;
 using korvel::ui::Answer;
 using korvel::ui::ChildForm;
@@ -514,6 +516,62 @@ TEST_F(Entry, TheChooserOpensTheDetailFormsAfterASave) {
     EXPECT_EQ(tree.dialogs.forms_shown(), QStringList({"sk411_inlees", "sk415_prg", "sk416_prg",
                                                        "staff_kies_inlees", "sk415_prg"}));
     EXPECT_EQ(master("A1").text(PRSALG["PA_NAME"]).trimmed(), "THABO JOHN");
+}
+
+// The attendance register opened from the chooser reopens the master file and scans every staff
+// record; the entry form's saves that follow must still land on its own person. The same edit is
+// made straight, then with the register opened on a month, then with it left from the month list.
+TEST_F(Entry, AnEditAfterTheAttendanceRegisterLandsOnItsOwnRecord) {
+    const auto edit_via = [](StaffTree& t, int detour) {
+        t.session.fixed_today = QDate(2026, 11, 23);
+        add_person(t.session, {.post = "10", .surname = "VAN WYK", .id = "8001015009087"});
+        add_person(t.session, {.post = "A1", .surname = "MOKOENA", .klas = "PSS"});
+        int choosers = 0;
+        t.dialogs.on_form("staff_kies_inlees", [&](ChildForm& f) {
+            if (++choosers == 1 && detour > 0) {
+                static_cast<DetailChooser&>(f).pr_option_click(6);
+            }
+        });
+        t.dialogs.on_form("sk417_prg", [&](ChildForm& f) {
+            auto& request = static_cast<korvel::attendance::AttendanceRequest&>(f);
+            korvel::attendance::AttendanceRegister attendance(request.session, request.educators);
+            attendance.form_load();
+            if (detour == 1) {
+                attendance.maand_lys.list_index = 2;
+                attendance.maand_lys_dbl_click();
+                attendance.staff_exit_click();
+            }
+            attendance.staff_exit_click();
+        });
+        t.dialogs.on_form("sk411_inlees", [&](ChildForm& f) {
+            auto& e = static_cast<StaffEntry&>(f);
+            e.form_activate();
+            complete(e);
+            e.alg_opsies_click(1);  // MEER BESONDERHEDE
+            e.prs_data[3] = "PIETER JOHAN";
+            e.alg_opsies_click(1);  // the chooser is reached again
+            e.data_ok_click();
+            EXPECT_TRUE(e.closed);
+        });
+        StaffRegister reg(t.session, true);
+        reg.user = "ANNA";
+        reg.form_load();
+        reg.prs_grid_click(0);
+        EXPECT_EQ(choosers, 2) << detour;
+        EXPECT_FALSE(t.dialogs.texts().join("|").contains("KAN NIE")) << detour;
+        return read_file(t.staff_file("prs_alg_random.txt"));
+    };
+    StaffTree straight;
+    const QByteArray expected = edit_via(straight, 0);
+    ASSERT_EQ(expected.size(), 2 * PRSALG.record_length);
+    EXPECT_EQ(QString::fromLatin1(expected.mid(PRSALG["PA_NAME"].offset, 12)), "PIETER JOHAN");
+    const int length = PRSALG.record_length;
+    for (int detour : {1, 2}) {
+        StaffTree t;
+        const QByteArray bytes = edit_via(t, detour);
+        EXPECT_TRUE(bytes.left(length) == expected.left(length)) << "edited record, " << detour;
+        EXPECT_TRUE(bytes.mid(length) == expected.mid(length)) << "other record, " << detour;
+    }
 }
 
 TEST(LearnerCascade, MatchesStarlessFormsAndAsksFirst) {
