@@ -158,6 +158,16 @@ void MainMenu::tab_undo_click() {
     if (!s_.fs().folder_exists(save)) {
         return;
     }
+    // Without the conversion the year would reopen empty: nothing is deleted.
+    if (!store::Store::kConvertsDbfTables) {
+        s_.dialogs().message(
+            s_.tr("DIE DATALêERS KAN NIE HERSTEL WORD NIE: HIERDIE WEERGAWE KAN DIE DBF-TABELLE "
+                  "NOG NIE OMSKAKEL NIE.\nGEEN LêER IS UITGEVEE NIE ... VERSOEK GEWEIER!",
+                  "THE DATA FILES CANNOT BE RESET: THIS VERSION CANNOT CONVERT THE DBF TABLES "
+                  "YET.\nNO FILE WAS DELETED ... REQUEST DENIED!"),
+            ui::Icon::Critical);
+        return;
+    }
     for (const QString& name : s_.fs().file_names(s_.folders.staff)) {
         if (name.toUpper().contains(QStringLiteral(".TXT"))) {
             s_.fs().delete_file(join(s_.folders.staff, name));

@@ -165,6 +165,11 @@ class Store {
     FieldAssign set_member_field(int number, const QString& value);
     void clear_member_record();
 
+    // Whether opening a code converts the DBF tables of its folder into record files. Until
+    // it does, undoing a conversion (deleting the record files and copying the tables back)
+    // would leave the year empty.
+    static constexpr bool kConvertsDbfTables = false;
+
     // ---- companions and compaction ----
     void ensure_attendance_record(const QString& post);
     void ensure_subject_record(const QString& post);

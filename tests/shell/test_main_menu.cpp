@@ -105,17 +105,17 @@ TEST(MainMenu, ToolsWithoutTheirProgramsSayWhereToGetThem) {
     EXPECT_TRUE(m.starter.started().first().program.endsWith("ORSTELL/ORSTELL.EXE"));
 }
 
-TEST(MainMenu, UndoConversionBringsBackTheSavedTables) {
+TEST(MainMenu, UndoConversionRefusesWhileNoConversionCanRefillTheYear) {
     MenuOnDemo m;
     const QString staff = m.session.folders.staff;
+    const qsizetype shown = m.dialogs.shown().size();
     m.menu.tab_undo_click();  // no save folder: nothing happens
-    EXPECT_TRUE(m.session.fs().file_exists(staff + "\\prs_vak_random.txt"));
+    EXPECT_EQ(m.dialogs.shown().size(), shown);
     m.session.fs().create_folder(staff + "\\save");
     m.session.fs().write_all(staff + "\\save\\prs_alg.dbf", "dbf");
+    const QStringList before = m.session.fs().file_names(staff);
     m.menu.tab_undo_click();
-    EXPECT_FALSE(m.session.fs().file_exists(staff + "\\prs_vak_random.txt"));
-    EXPECT_TRUE(m.session.fs().file_exists(staff + "\\prs_alg.dbf"));
-    // The files reopened by code come back empty; the governing body file is not among them.
-    EXPECT_EQ(m.session.count(store::Code::PRSALG), 0);
-    EXPECT_FALSE(m.session.fs().file_exists(staff + "\\bhr_lgm_random.txt"));
+    EXPECT_TRUE(m.dialogs.last_text().endsWith("GEEN LêER IS UITGEVEE NIE ... VERSOEK GEWEIER!"));
+    EXPECT_EQ(m.session.fs().file_names(staff), before);
+    EXPECT_EQ(m.session.count(store::Code::PRSALG), 40);
 }
