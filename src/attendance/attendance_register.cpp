@@ -402,7 +402,6 @@ void AttendanceRegister::kodes_click() {
         return;
     }
     ReasonCodes form(session_);
-    form.print_code_list = print_code_list;
     form.form_load();
     session_.dialogs().show_modal(form);
     fill_lists();

@@ -77,9 +77,7 @@ class AttendanceRegister {
     ToolTips tool_tips() const;
 
     // ---- forms of other work ----
-    std::function<void()> open_reports;  // sk423_prg, modal
-    // Prints the reason list; handed to the reason codes form when it opens.
-    std::function<void(const CodeListPrint&)> print_code_list;
+    std::function<void()> open_reports;                 // sk423_prg, modal
     std::function<void(int done, int total)> progress;  // the save's progress bar
 
     // ---- events ----

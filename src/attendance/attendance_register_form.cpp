@@ -8,11 +8,6 @@
 #include <QMenu>
 #include <QVBoxLayout>
 
-#include "attendance/code_list_print.h"
-#include "reports/print_target.h"
-#include "reports/print_target_host.h"
-#include "reports/school_report.h"
-
 namespace korvel::attendance {
 
 namespace {
@@ -145,19 +140,6 @@ AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool edu
     layout->addLayout(body, 1);
     layout->addLayout(buttons);
 
-    // The reason list prints to the target the print target form chooses.
-    register_.print_code_list = [this, &session](const CodeListPrint& list) {
-        reports::QtPrintTargetHost host(this);
-        reports::PrintJob job(host.job_device(), session.dialogs(), reports::report_school(session),
-                              session.afrikaans);
-        job.general_year_folder = session.fs().native(session.folders.general_year);
-        reports::QtPrintProgress progress(this);
-        job.progress = &progress;
-        if (reports::ask_print_target(job, host,
-                                      session.fs().native(session.folders.workstation))) {
-            print_code_list(job, list);
-        }
-    };
     register_.form_load();
     const bool af = session.afrikaans;
     calendar_->setText(af ? QStringLiteral("KALENDER") : QStringLiteral("CALENDAR"));

@@ -61,8 +61,13 @@ void show_leave_capture(LeaveCapture& leave, QWidget* parent) {
         leave.kodes_click();
         refresh();
     });
+    // After "...CAPTURED..." the form unloads, so a second OK cannot write the stretch again.
     QObject::connect(ok, &QPushButton::clicked, &dialog, [&] {
         leave.data_ok_click();
+        if (leave.closed) {
+            dialog.accept();
+            return;
+        }
         refresh();
     });
     QObject::connect(exit, &QPushButton::clicked, &dialog, [&] {

@@ -38,6 +38,7 @@ class ReasonCodes : public ui::ChildForm {
   public:
     explicit ReasonCodes(shell::Session& session);
     QString form_name() const override { return QStringLiteral("sk417_kodes_prg"); }
+    shell::Session& session() { return session_; }
 
     // ---- the form's values ----
     QString caption;
@@ -66,7 +67,8 @@ class ReasonCodes : public ui::ChildForm {
     // The rows of the printed code list, read from the file; the page engine prints them under
     // the title. An empty file gives no lines.
     CodeListPrint code_list() const;
-    // Called by task_options(5) with the list, when set.
+    // Called by task_options(5) with the list; the Qt form prints to the target the user
+    // chooses.
     std::function<void(const CodeListPrint&)> print_code_list;
 
   private:

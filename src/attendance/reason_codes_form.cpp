@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -11,13 +12,44 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include "attendance/attendance_register_form.h"
-#include "attendance/leave_capture.h"
+#include "attendance/code_list_print.h"
 #include "attendance/reason_codes.h"
+#include "reports/print_target.h"
+#include "reports/print_target_host.h"
+#include "reports/school_report.h"
 
 namespace korvel::attendance {
 
 namespace {
+
+// Hands the keys of a widget to a handler; true from it takes the key.
+class KeyFilter : public QObject {
+  public:
+    KeyFilter(QObject* parent, std::function<bool(int key)> on_key)
+        : QObject(parent), on_key_(std::move(on_key)) {}
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::KeyPress && on_key_(static_cast<QKeyEvent*>(event)->key())) {
+            return true;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    std::function<bool(int key)> on_key_;
+};
+
+// The reason list printed to the target the print target form chooses.
+void print_to_chosen_target(shell::Session& session, const CodeListPrint& list, QWidget* parent) {
+    reports::QtPrintTargetHost host(parent);
+    reports::PrintJob job(host.job_device(), session.dialogs(), reports::report_school(session),
+                          session.afrikaans);
+    job.general_year_folder = session.fs().native(session.folders.general_year);
+    reports::QtPrintProgress progress(parent);
+    job.progress = &progress;
+    if (reports::ask_print_target(job, host, session.fs().native(session.folders.workstation))) {
+        print_code_list(job, list);
+    }
+}
 
 void show_reason_codes(ReasonCodes& codes, QWidget* parent) {
     QDialog dialog(parent);
@@ -36,7 +68,11 @@ void show_reason_codes(ReasonCodes& codes, QWidget* parent) {
     auto* print = new QPushButton(&dialog);
     auto* save = new QPushButton(&dialog);
     auto* exit = new QPushButton(QStringLiteral("X"), &dialog);
-    print->setEnabled(bool(codes.print_code_list));
+    if (!codes.print_code_list) {
+        codes.print_code_list = [&](const CodeListPrint& list) {
+            print_to_chosen_target(codes.session(), list, &dialog);
+        };
+    }
 
     const auto refresh = [&] {
         dialog.setWindowTitle(codes.caption);
@@ -53,6 +89,9 @@ void show_reason_codes(ReasonCodes& codes, QWidget* parent) {
             }
         }
         grid->resizeColumnsToContents();
+        if (codes.current_row >= 1 && codes.current_row < g.rows()) {
+            grid->setCurrentCell(codes.current_row, kCodeColFirst);
+        }
         box1->setText(codes.sbi_kde2[1]);
         box2->setText(codes.sbi_kde2[2]);
         for (QWidget* w : {static_cast<QWidget*>(box1), static_cast<QWidget*>(box2),
@@ -67,6 +106,24 @@ void show_reason_codes(ReasonCodes& codes, QWidget* parent) {
         codes.rde_grid_click(row);
         refresh();
     });
+    // A right click adds a line; Enter opens the current line, Delete removes it.
+    grid->setContextMenuPolicy(Qt::CustomContextMenu);
+    QObject::connect(grid, &QTableWidget::customContextMenuRequested, &dialog, [&] {
+        codes.rde_grid_right_click();
+        refresh();
+    });
+    grid->installEventFilter(new KeyFilter(grid, [&](int key) {
+        const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+        if (!enter && key != Qt::Key_Delete) {
+            return false;
+        }
+        if (grid->currentRow() >= 1) {
+            codes.current_row = grid->currentRow();
+        }
+        codes.rde_grid_key_down(enter ? kEnterKey : kDeleteKey);
+        refresh();
+        return true;
+    }));
     QObject::connect(box1, &QLineEdit::textEdited, &dialog, [&](const QString& t) {
         codes.sbi_kde2_change(1, t);
         box1->setText(codes.sbi_kde2[1]);

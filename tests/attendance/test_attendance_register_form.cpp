@@ -3,7 +3,12 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
+#include <QFile>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QProcess>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTimer>
 
 #include "attendance/attendance_register_form.h"
@@ -88,22 +93,30 @@ TEST(AttendanceRegisterForm, MarkADayAbsentWithAReasonAndReadTheBytesBack) {
     EXPECT_TRUE(found);
 }
 
-TEST(AttendanceRegisterForm, ReasonCodesShowThroughTheDialogsAndTopUpAnEmptyFile) {
+TEST(AttendanceRegisterForm, ReasonCodesTopUpAnEmptyFileAndTakeARightClickAndDelete) {
     application();
     QTemporaryDir tmp;
+    ui::ScriptedDialogs answers;
     ui::QtDialogs dialogs;
     attendance::register_reason_codes_form(dialogs);
-    attendance::register_leave_capture_form(dialogs);
-    shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
+    shell::Session session(answers, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
     session.folders = shell::default_folders("C:", "2026");
     session.ledger_year = "2026";
     session.open_staff_file();
     attendance::ReasonCodes codes(session);
-    bool shown = false;
+    int rows_added = 0, rows_left = 0;
     QTimer::singleShot(100, [&] {
         QWidget* form = QApplication::activeModalWidget();
         ASSERT_NE(form, nullptr);
-        shown = form->objectName() == "sk417_kodes_prg";
+        ASSERT_EQ(form->objectName(), "sk417_kodes_prg");
+        auto* grid = form->findChild<QTableWidget*>();
+        emit grid->customContextMenuRequested(QPoint(5, 5));
+        rows_added = grid->rowCount();
+        grid->setCurrentCell(2, 1);
+        answers.answer(ui::Answer::Yes);
+        QKeyEvent del(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
+        QApplication::sendEvent(grid, &del);
+        rows_left = grid->rowCount();
         for (QPushButton* b : form->findChildren<QPushButton*>()) {
             if (b->text() == "X") {
                 b->click();
@@ -111,7 +124,10 @@ TEST(AttendanceRegisterForm, ReasonCodesShowThroughTheDialogsAndTopUpAnEmptyFile
         }
     });
     dialogs.show_modal(codes);
-    EXPECT_TRUE(shown);
+    EXPECT_EQ(rows_added, 1 + 11 + 1);
+    EXPECT_EQ(rows_left, 1 + 11);
+    EXPECT_EQ(answers.last_text(), "IS U SEKER ?");
+    // Leaving by X writes nothing beyond the eleven defaults of the first opening.
     EXPECT_EQ(session.fs().file_size(session.folders.staff + "\\sbi_kde_random.txt"), 11 * 50);
 }
 
@@ -154,10 +170,8 @@ TEST(AttendanceRegisterForm, TheCalendarFrameShowsAndSavesTheMonth) {
     EXPECT_TRUE(cal.file_path(4, true).startsWith(session.folders.workstation_program));
 }
 
-TEST(AttendanceRegisterForm, TheReasonListPrintsThroughThePageEngine) {
+TEST(AttendanceRegisterForm, TheReasonListPrintsOnPaperOrIntoOneSheet) {
     QTemporaryDir tmp;
-    ui::UnattendedDialogs demo_answers;
-    shell::write_demo_tree(tmp.path(), 2026, demo_answers);
     ui::ScriptedDialogs dialogs;
     shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
     session.folders = shell::default_folders("C:", "2026");
@@ -165,20 +179,47 @@ TEST(AttendanceRegisterForm, TheReasonListPrintsThroughThePageEngine) {
     session.afrikaans = false;
     session.open_staff_file();
     attendance::ReasonCodes codes(session);
-    codes.form_load();
+    // An empty file prints nothing at all.
+    {
+        reports::RecordingDevice device;
+        reports::PrintJob job(device, dialogs, reports::ReportSchool{}, false);
+        attendance::print_code_list(job, codes.code_list());
+        EXPECT_TRUE(device.texts().isEmpty());
+        EXPECT_TRUE(dialogs.shown().isEmpty());
+    }
+    codes.form_load();  // the eleven defaults
+    {
+        // One page holds the eleven reasons: the header is printed once.
+        reports::RecordingDevice device;
+        reports::PrintJob job(device, dialogs, reports::ReportSchool{}, false);
+        attendance::print_code_list(job, codes.code_list());
+        const QStringList texts = device.texts();
+        EXPECT_EQ(texts.count("ATTENDANCE CODES : 2026"), 1)
+            << device.lines().join("\n").toStdString();
+        EXPECT_TRUE(texts.contains("UNPAID"));
+        EXPECT_TRUE(texts.contains("11"));
+    }
+    // To a workbook: one sheet, the header once, the reasons in the rows below it.
     reports::RecordingDevice device;
     reports::PrintJob job(device, dialogs, reports::ReportSchool{}, false);
+    job.begin_spreadsheet(tmp.path(), "codes");
     attendance::print_code_list(job, codes.code_list());
-    const QStringList texts = device.texts();
-    EXPECT_NE(device.find_text("ATTENDANCE CODES : 2026"), nullptr);
-    EXPECT_TRUE(texts.contains("ANNUAL LEAVE"));
-    EXPECT_TRUE(texts.contains("UNPAID"));
-    EXPECT_TRUE(texts.contains("11"));
-    // One page holds the eleven reasons: the header is printed once.
-    EXPECT_EQ(texts.count("ATTENDANCE CODES : 2026"), 1) << device.lines().join("\n").toStdString();
+    const QString script = QStringLiteral(R"(
+import sys, openpyxl
+wb = openpyxl.load_workbook(sys.argv[1])
+ws = wb.worksheets[0]
+print("|".join(str(v) for v in [len(wb.worksheets)] + [ws[c].value for c in ["C3", "A6", "B6", "B7", "A26", "B26", "B27"]]))
+)");
+    QProcess python;  // the system's, which has openpyxl
+    python.start(QFile::exists("/usr/bin/python3") ? "/usr/bin/python3" : "python3",
+                 {"-c", script, tmp.filePath("codes.xlsx")});
+    ASSERT_TRUE(python.waitForFinished(60000));
+    EXPECT_EQ(QString::fromUtf8(python.readAllStandardOutput()).trimmed(),
+              "1|ATTENDANCE CODES : 2026|1|ANNUAL LEAVE|ANNUAL LEAVE|11|UNPAID|UNPAID")
+        << python.readAllStandardError().toStdString();
 }
 
-TEST(AttendanceRegisterForm, LeaveCaptureShowsThroughTheDialogsAndWritesTheStretch) {
+TEST(AttendanceRegisterForm, LeaveCaptureWritesTheStretchAndUnloads) {
     application();
     QTemporaryDir tmp;
     ui::UnattendedDialogs demo_answers;
@@ -193,34 +234,49 @@ TEST(AttendanceRegisterForm, LeaveCaptureShowsThroughTheDialogsAndWritesTheStret
     session.read_record(store::Code::PRSALG, 1);
     const QString post = session.working(store::Code::PRSALG).text(store::PRSALG["PA_POS_NR"]);
     attendance::LeaveCapture leave(session);
-    bool shown = false;
-    QTimer::singleShot(100, [&] {
-        QWidget* form = QApplication::activeModalWidget();
-        ASSERT_NE(form, nullptr);
-        shown = form->objectName() == "sk417_verlof_prg";
-        // Two days of leave, the dates as the calendar would give them.
-        leave.prs_data[1] = "2026.06.01";
-        leave.prs_data[2] = "2026.06.02";
-        // The OK tells the user what was written; that message is answered, then the form left.
-        QTimer::singleShot(100, [form] {
-            if (QWidget* message = QApplication::activeModalWidget(); message != form) {
-                message->close();
-            }
-            for (QPushButton* b : form->findChildren<QPushButton*>()) {
-                if (b->text() == "X") {
-                    b->click();
-                }
-            }
-        });
+    bool shown = false, print_enabled = false;
+    QPointer<QWidget> leave_form;
+    // A form that stays open after OK is closed here, so that the test ends.
+    QTimer stays_open;
+    stays_open.setSingleShot(true);
+    QObject::connect(&stays_open, &QTimer::timeout, [&] {
+        if (leave_form) {
+            leave_form->close();
+        }
+    });
+    const auto click = [](QWidget* form, const QString& text) {
         for (QPushButton* b : form->findChildren<QPushButton*>()) {
-            if (b->text() == "OK") {
+            if (b->text() == text) {
                 b->click();
-                break;
+                return;
             }
         }
+    };
+    QTimer::singleShot(100, [&] {
+        leave_form = QApplication::activeModalWidget();
+        ASSERT_NE(leave_form, nullptr);
+        shown = leave_form->objectName() == "sk417_verlof_prg";
+        // The reasons, reached from here, can be printed.
+        QTimer::singleShot(100, [&] {
+            QWidget* codes = QApplication::activeModalWidget();
+            for (QPushButton* b : codes->findChildren<QPushButton*>()) {
+                print_enabled = print_enabled || (b->text() == "DRUK / PRINT" && b->isEnabled());
+            }
+            click(codes, "X");
+        });
+        click(leave_form, "...");
+        // Two days of leave, the dates as the calendar would give them. The OK tells the user
+        // what was written; that message is answered, and the form unloads by itself.
+        leave.prs_data[1] = "2026.06.01";
+        leave.prs_data[2] = "2026.06.02";
+        QTimer::singleShot(100, [] { QApplication::activeModalWidget()->close(); });
+        stays_open.start(3000);
+        click(leave_form, "OK");
     });
     dialogs.show_modal(leave);
     EXPECT_TRUE(shown);
+    EXPECT_TRUE(print_enabled);
+    EXPECT_TRUE(stays_open.isActive()) << "the form stayed open after OK";
     const QByteArray bytes = *session.fs().read_all(session.folders.staff + "\\prs_afw_random.txt");
     bool found = false;
     for (qsizetype at = 0; at + 1118 <= bytes.size(); at += 1118) {
