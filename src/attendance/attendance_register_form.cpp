@@ -44,6 +44,7 @@ AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool edu
     afw_grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     afw_grid_->setSelectionMode(QAbstractItemView::SingleSelection);
     afw_grid_->setMouseTracking(true);
+    afw_grid_->viewport()->setMouseTracking(true);
     afw_grid_->viewport()->installEventFilter(this);
     afw_grid_->installEventFilter(this);
     kode_lys_ = new QListWidget(this);
@@ -89,9 +90,20 @@ AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool edu
         refresh();
     });
 
+    // A double click or Enter opens the month's grid; a right click its calendar.
     connect(maand_lys_, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem* item) {
         register_.maand_lys.list_index = maand_lys_->row(item);
         register_.maand_lys_dbl_click();
+        refresh();
+    });
+    maand_lys_->installEventFilter(this);
+    maand_lys_->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(maand_lys_, &QListWidget::customContextMenuRequested, this, [this](const QPoint& at) {
+        if (QListWidgetItem* item = maand_lys_->itemAt(at)) {
+            maand_lys_->setCurrentItem(item);
+        }
+        register_.maand_lys.list_index = maand_lys_->currentRow();
+        register_.maand_lys_right_click();
         refresh();
     });
     connect(afw_grid_, &QTableWidget::cellClicked, this, [this](int row, int col) {
@@ -100,8 +112,10 @@ AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool edu
         register_.afw_grid_click(row, col);
         refresh();
     });
-    connect(afw_grid_, &QTableWidget::cellEntered, this,
-            [this](int row, int col) { register_.afw_grid_mouse_move(row, col); });
+    connect(afw_grid_, &QTableWidget::cellEntered, this, [this](int row, int col) {
+        register_.afw_grid_mouse_move(row, col);
+        paint_grid();
+    });
     connect(kode_lys_, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem* item) {
         register_.kode_lys_dbl_click(kode_lys_->row(item));
         refresh();
@@ -175,20 +189,20 @@ void AttendanceRegisterForm::refresh() {
     afw_grid_->setVisible(register_.grid_shown);
     afw_grid_->setRowCount(g.rows());
     afw_grid_->setColumnCount(g.cols());
+    paint_grid();
+    // The two heading rows stand in the grid's header, so they stay put when the grid scrolls.
     for (int r = 0; r < g.rows(); ++r) {
-        for (int c = 0; c < g.cols(); ++c) {
-            const Cell& cell = g.at(r, c);
-            QTableWidgetItem* item = afw_grid_->item(r, c);
-            if (item == nullptr) {
-                item = new QTableWidgetItem;
-                afw_grid_->setItem(r, c, item);
-            }
-            item->setText(cell.text);
-            item->setBackground(colour_of(cell.back));
-            item->setForeground(colour_of(cell.fore));
-            item->setTextAlignment(c >= kFirstDayCol ? Qt::AlignCenter
-                                                     : Qt::AlignLeft | Qt::AlignVCenter);
-        }
+        afw_grid_->setRowHidden(r, r < kFirstStaffRow);
+    }
+    for (int c = 0; c < g.cols(); ++c) {
+        auto* heading = new QTableWidgetItem(g.text(0, c) + u'\n' + g.text(1, c));
+        heading->setTextAlignment(c >= kFirstDayCol ? Qt::AlignCenter
+                                                    : Qt::AlignLeft | Qt::AlignVCenter);
+        afw_grid_->setHorizontalHeaderItem(c, heading);
+    }
+    afw_grid_->horizontalHeader()->setVisible(g.rows() > kFirstStaffRow);
+    if (register_.current_row >= kFirstStaffRow && register_.current_col >= 0) {
+        afw_grid_->setCurrentCell(register_.current_row, register_.current_col);
     }
     for (int c = 0; c < g.cols(); ++c) {
         const int width = c < static_cast<int>(g.col_widths.size())
@@ -197,6 +211,32 @@ void AttendanceRegisterForm::refresh() {
         afw_grid_->setColumnHidden(c, width == 0);
         if (width > 0) {
             afw_grid_->setColumnWidth(c, std::max(18, width / 15));  // twips to pixels
+        }
+    }
+}
+
+void AttendanceRegisterForm::paint_grid() {
+    const CellGrid& g = register_.afw_grid;
+    for (int r = 0; r < g.rows() && r < afw_grid_->rowCount(); ++r) {
+        for (int c = 0; c < g.cols() && c < afw_grid_->columnCount(); ++c) {
+            const Cell& cell = g.at(r, c);
+            QTableWidgetItem* item = afw_grid_->item(r, c);
+            if (item == nullptr) {
+                item = new QTableWidgetItem;
+                item->setTextAlignment(c >= kFirstDayCol ? Qt::AlignCenter
+                                                         : Qt::AlignLeft | Qt::AlignVCenter);
+                afw_grid_->setItem(r, c, item);
+            }
+            // Only what changed, so the hover cross repaints as the mouse moves.
+            if (item->text() != cell.text) {
+                item->setText(cell.text);
+            }
+            if (item->background().color() != colour_of(cell.back)) {
+                item->setBackground(colour_of(cell.back));
+            }
+            if (item->foreground().color() != colour_of(cell.fore)) {
+                item->setForeground(colour_of(cell.fore));
+            }
         }
     }
 }
@@ -247,6 +287,15 @@ bool AttendanceRegisterForm::eventFilter(QObject* watched, QEvent* event) {
             show_options(e->globalPos());
         }
         return true;
+    }
+    if (watched == maand_lys_ && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            register_.maand_lys.list_index = maand_lys_->currentRow();
+            register_.maand_lys_dbl_click();
+            refresh();
+            return true;
+        }
     }
     if (watched == afw_grid_ && event->type() == QEvent::KeyPress) {
         const auto* k = static_cast<QKeyEvent*>(event);

@@ -30,6 +30,7 @@ class AttendanceRegisterForm : public QDialog {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    void paint_grid();  // texts and colours of the cells
     void show_options(const QPoint& global);
     void show_calendar_options(const QPoint& global);
     void leave();

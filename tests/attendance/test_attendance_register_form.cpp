@@ -93,6 +93,44 @@ TEST(AttendanceRegisterForm, MarkADayAbsentWithAReasonAndReadTheBytesBack) {
     EXPECT_TRUE(found);
 }
 
+TEST(AttendanceRegisterForm, MonthListKeysFixedHeadingsAndTheHoverCross) {
+    application();
+    QTemporaryDir tmp;
+    ui::UnattendedDialogs demo_answers;
+    shell::write_demo_tree(tmp.path(), 2026, demo_answers);
+    ui::ScriptedDialogs dialogs;
+    shell::Session session(dialogs, platform::DriveMap::explicit_map({{"C:", tmp.path()}}));
+    session.folders = shell::default_folders("C:", "2026");
+    session.ledger_year = "2026";
+    session.afrikaans = false;
+    session.open_staff_file();
+    attendance::AttendanceRegisterForm form(session, true);
+    form.show();
+    // A right click on a month opens its calendar, Enter its grid.
+    QListWidget* months = form.months();
+    emit months->customContextMenuRequested(months->visualItemRect(months->item(3)).center());
+    EXPECT_TRUE(form.findChild<QWidget*>("maand_kalender_raam")->isVisible());
+    EXPECT_EQ(form.behaviour().calendar.maand_kalender.text(1, 3), "1");  // 1 April, a Wednesday
+    months->setCurrentRow(2);
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QApplication::sendEvent(months, &enter);
+    ASSERT_TRUE(form.grid()->isVisible());
+    EXPECT_EQ(form.behaviour().month, 3);
+    // The heading rows stand in the header, which does not scroll.
+    QTableWidget* grid = form.grid();
+    const int tuesday_10 = 10 + 2;
+    EXPECT_TRUE(grid->isRowHidden(0) && grid->isRowHidden(1));
+    EXPECT_EQ(grid->horizontalHeaderItem(tuesday_10)->text(), "10\nT");
+    // The cross follows the mouse: painted where it is, gone where it was.
+    const QColor hover(0xFF, 0xFF, 0x80);
+    const int row = attendance::kFirstStaffRow + 1;
+    emit grid->cellEntered(row, tuesday_10);
+    EXPECT_EQ(grid->item(attendance::kFirstStaffRow, tuesday_10)->background().color(), hover);
+    EXPECT_EQ(grid->item(row, attendance::kFirstDayCol + 1)->background().color(), hover);
+    emit grid->cellEntered(attendance::kFirstStaffRow, attendance::kFirstDayCol + 1);
+    EXPECT_NE(grid->item(row, tuesday_10)->background().color(), hover);
+}
+
 TEST(AttendanceRegisterForm, ReasonCodesTopUpAnEmptyFileAndTakeARightClickAndDelete) {
     application();
     QTemporaryDir tmp;
