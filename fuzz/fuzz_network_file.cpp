@@ -1,9 +1,10 @@
 // Any bytes as network.dta and language.txt: the whole resolution of the data tree runs over
-// them, and must end, by finding the tree or by ending the process, without a crash.
+// them, and must end, by finding the tree or by ending the process, without a crash and
+// without making anything outside the drives of the tree.
 
-#include <QTemporaryDir>
 #include <cstdint>
 
+#include "jail.h"
 #include "platform/process_end.h"
 #include "shell/startup.h"
 #include "ui/scripted_dialogs.h"
@@ -11,12 +12,11 @@
 using namespace korvel;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static QTemporaryDir c;
-    static QTemporaryDir f;
+    static const fuzzing::Jail jail({QStringLiteral("c"), QStringLiteral("f")});
     ui::ScriptedDialogs dialogs;
     platform::RecordingProcessStarter starter;
-    shell::Session session(dialogs,
-                           platform::DriveMap::explicit_map({{"C:", c.path()}, {"F:", f.path()}}));
+    shell::Session session(dialogs, platform::DriveMap::explicit_map(
+                                        {{"C:", jail.path("c")}, {"F:", jail.path("f")}}));
     session.set_starter(starter);
     session.fixed_today = QDate(2026, 11, 22);
     session.executable_path = "C:\\Program Files (x86)\\KORVEL\\KORVEL.EXE";
@@ -30,5 +30,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         startup.locate();
     } catch (const ProcessEnd&) {
     }
+    jail.check();
     return 0;
 }

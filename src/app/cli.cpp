@@ -29,7 +29,8 @@ const char* const kUsage =
     "  demo DIR\n"
     "      writes the demo data tree below DIR (drive C: of the suite)\n"
     "  compact --folder DIR\n"
-    "      compacts the staff files of DIR, as closing the register does\n"
+    "      compacts the staff files of DIR, as closing the register does; while another\n"
+    "      process compacts them it says \"compaction skipped: ...\" and changes nothing\n"
     "  info [--drive X:=DIR ...]\n"
     "      runs the start-up unattended and prints the folders, ledger year, language and "
     "school\n" KORVEL_CHECK_USAGE;
@@ -130,7 +131,16 @@ int compact(const QStringList& args, QTextStream& out, QTextStream& err) {
         return 1;
     }
     const int before = session.count(store::Code::PRSALG);
-    session.compact_staff_files();
+    QString why;
+    const store::Compaction done = session.compact_staff_files(&why);
+    if (done == store::Compaction::Stopped) {
+        return 1;  // the message went to standard error
+    }
+    if (done == store::Compaction::Skipped) {
+        // Not a failure: the files stay valid, only uncompacted.
+        out << "compaction skipped: " << why << "\n";
+        return 0;
+    }
     out << "staff records before: " << before << "\n"
         << "staff records after: " << session.count(store::Code::PRSALG) << "\n";
     return 0;

@@ -29,6 +29,7 @@ QString find_entry_nocase(const QString& dir, const QString& name) {
 
 QString DriveMap::normalise_drive(const QString& drive) {
     QString d = drive.trimmed();
+    d.replace(u'/', u'\\');
     while (d.endsWith(u'\\') && d.size() > 2) {
         d.chop(1);
     }
@@ -68,7 +69,8 @@ DriveMap DriveMap::from_environment() {
     }
     const QStringList keys = env.keys();
     for (const QString& key : keys) {
-        if (key.startsWith(QStringLiteral("KORVEL_DRIVE_")) && key.size() == 14) {
+        if (key.startsWith(QStringLiteral("KORVEL_DRIVE_")) && key.size() == 14 &&
+            key.at(13) >= u'A' && key.at(13) <= u'Z') {
             m.map(key.right(1) + u':', env.value(key));
         }
     }
@@ -96,9 +98,10 @@ QStringList DriveMap::read_config(const QString& text) {
         const qsizetype eq = line.indexOf(u'=');
         const QString drive = eq < 0 ? QString() : line.left(eq).trimmed();
         const QString folder = eq < 0 ? QString() : line.mid(eq + 1).trimmed();
-        const bool letter = drive.size() == 2 && drive.at(0).isLetter() && drive.at(1) == u':';
-        const bool unc = drive.startsWith(QStringLiteral("\\\\")) && drive.size() > 2;
-        if ((!letter && !unc) || folder.isEmpty()) {
+        // A drive is a letter or a whole UNC root whose names are names ("\\..\.." is not).
+        const QString root = winpath::drive_of(drive);
+        const bool whole = !root.isEmpty() && normalise_drive(root) == normalise_drive(drive);
+        if (!whole || folder.isEmpty()) {
             bad << line;
             continue;
         }
@@ -125,7 +128,11 @@ QString DriveMap::native_root(const QString& drive) const {
     if (d.size() == 2 && d.at(1) == u':') {
         return default_root_ + u'/' + d.left(1);
     }
-    // A UNC root below the default: //SERVER/SHARE becomes <root>/UNC/SERVER/SHARE.
+    // A UNC root below the default: //SERVER/SHARE becomes <root>/UNC/SERVER/SHARE. Only a
+    // root whose server and share are names gets one.
+    if (winpath::drive_of(d).size() != d.size()) {
+        return {};
+    }
     QString rest = d.mid(2);
     rest.replace(u'\\', u'/');
     return default_root_ + QStringLiteral("/UNC/") + rest;
@@ -136,27 +143,23 @@ bool DriveMap::drive_exists(const QString& drive) const {
 }
 
 QString DriveMap::native_path(const QString& windows_path) const {
-    const QString drive = winpath::drive_of(windows_path);
-    if (drive.isEmpty()) {
+    // Climbs are settled on the Windows form, before any native name is looked at, so that
+    // no "..", however it is spelt, leaves the drive it starts on.
+    const QString clean = winpath::normalise(windows_path);
+    if (clean.isEmpty()) {
         return {};
     }
     if (identity_) {
-        return windows_path;
+        return clean;
     }
+    const QString drive = winpath::drive_of(clean);
     QString path = native_root(drive);
     if (path.isEmpty()) {
         return {};
     }
-    const QStringList parts = windows_path.mid(drive.size()).split(u'\\', Qt::SkipEmptyParts);
+    const QStringList parts = clean.mid(drive.size()).split(u'\\', Qt::SkipEmptyParts);
     bool exists_so_far = QFileInfo::exists(path);
     for (const QString& part : parts) {
-        if (part == u"..") {
-            // A path never climbs out of its drive.
-            return {};
-        }
-        if (part == u".") {
-            continue;
-        }
         QString name = part;
         if (exists_so_far) {
             if (!QFileInfo::exists(path + u'/' + name)) {

@@ -3,11 +3,53 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QSaveFile>
 #include <filesystem>
 #include <system_error>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
 namespace korvel::platform {
+
+namespace {
+
+// Pushes a folder's entries to the disk, so that a rename or a new name in it survives a power
+// cut. Windows has no such call for a folder; there the rename itself is written through.
+void sync_folder(const QString& native_folder) {
+#ifndef Q_OS_WIN
+    const int fd = ::open(QFile::encodeName(native_folder).constData(), O_RDONLY | O_DIRECTORY);
+    if (fd >= 0) {
+        ::fsync(fd);
+        ::close(fd);
+    }
+#else
+    Q_UNUSED(native_folder);
+#endif
+}
+
+bool rename_over(const QString& from, const QString& to) {
+#ifdef Q_OS_WIN
+    return MoveFileExW(reinterpret_cast<const wchar_t*>(from.utf16()),
+                       reinterpret_cast<const wchar_t*>(to.utf16()),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+#else
+    std::error_code ec;
+    std::filesystem::rename(std::filesystem::path(from.toStdU16String()),
+                            std::filesystem::path(to.toStdU16String()), ec);
+    return !ec;
+#endif
+}
+
+}  // namespace
+
+HeldLock::HeldLock(std::unique_ptr<QLockFile> lock) : lock_(std::move(lock)) {}
+HeldLock::~HeldLock() = default;  // QLockFile unlocks and removes its file
 
 bool FileSystem::folder_exists(const QString& path) const {
     const QString n = native(path);
@@ -61,15 +103,39 @@ bool FileSystem::replace_file(const QString& from, const QString& to) const {
     if (nf.isEmpty() || nt.isEmpty() || !QFileInfo(nf).isFile()) {
         return false;
     }
-    std::error_code ec;
-    std::filesystem::rename(std::filesystem::path(nf.toStdU16String()),
-                            std::filesystem::path(nt.toStdU16String()), ec);
-    if (!ec) {
+    if (rename_over(nf, nt)) {
+        sync_folder(QFileInfo(nt).absolutePath());
         return true;
     }
     // Where the target cannot be renamed over (another program holds it open on Windows),
     // its content is replaced instead; the source goes only once the copy stands.
     return copy_file(from, to) && QFile::remove(nf);
+}
+
+LockOutcome FileSystem::take_lock(const QString& path, std::chrono::milliseconds stale_after,
+                                  std::unique_ptr<HeldLock>* held, QString* holder) const {
+    const QString n = native(path);
+    if (n.isEmpty() || !QFileInfo(QFileInfo(n).absolutePath()).isDir()) {
+        return LockOutcome::Failed;
+    }
+    auto lock = std::make_unique<QLockFile>(n);
+    // A holder on this machine is judged by its process; one on another machine only by the
+    // age of its file, and even then the file goes only when its operating-system lock is free.
+    lock->setStaleLockTime(stale_after);
+    if (lock->tryLock(std::chrono::milliseconds(0))) {
+        *held = std::make_unique<HeldLock>(std::move(lock));
+        return LockOutcome::Taken;
+    }
+    if (lock->error() != QLockFile::LockFailedError) {
+        return LockOutcome::Failed;
+    }
+    qint64 pid = 0;
+    QString host;
+    QString program;
+    if (holder != nullptr && lock->getLockInfo(&pid, &host, &program)) {
+        *holder = QStringLiteral("process %1 on %2").arg(pid).arg(host);
+    }
+    return LockOutcome::Held;
 }
 
 QStringList FileSystem::file_names(const QString& folder) const {
@@ -113,7 +179,11 @@ bool FileSystem::write_all(const QString& path, const QByteArray& bytes) const {
         f.cancelWriting();
         return false;
     }
-    return f.commit();
+    if (!f.commit()) {
+        return false;
+    }
+    sync_folder(QFileInfo(n).absolutePath());
+    return true;
 }
 
 }  // namespace korvel::platform

@@ -7,11 +7,34 @@
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
+#include <chrono>
+#include <memory>
 #include <optional>
 
 #include "platform/drive_map.h"
 
+class QLockFile;
+
 namespace korvel::platform {
+
+// A lock file held by this process; released (and the file removed) when destroyed.
+class HeldLock {
+  public:
+    explicit HeldLock(std::unique_ptr<QLockFile> lock);
+    ~HeldLock();
+    HeldLock(const HeldLock&) = delete;
+    HeldLock& operator=(const HeldLock&) = delete;
+
+  private:
+    std::unique_ptr<QLockFile> lock_;
+};
+
+// What taking a lock came to.
+enum class LockOutcome {
+    Taken,   // this process holds it
+    Held,    // another process holds it
+    Failed,  // the lock file cannot be made (no such folder, no right to write)
+};
 
 class FileSystem {
   public:
@@ -36,8 +59,19 @@ class FileSystem {
     // over, so a crash leaves either the old or the new file, never half of one.
     bool copy_file(const QString& from, const QString& to) const;
     // Puts from in the place of to in one step, where the operating system allows it (a rename
-    // over the target); otherwise copies and then deletes from.
+    // over the target); otherwise copies and then deletes from. The folder is pushed to the
+    // disk afterwards, so that once this returns a power cut brings back neither the old file
+    // nor no file.
     bool replace_file(const QString& from, const QString& to) const;
+
+    // Takes the lock file at path for this process. The file is made only when absent, names
+    // its holder's process, machine and program, and is locked by the operating system, a lock
+    // that the server of a network share keeps as well. A lock whose holder on this machine is
+    // gone is taken over at once; one from another machine is taken over only when it is older
+    // than stale_after and the operating system's lock on it is free. On Held, *holder names
+    // the holder ("process 123 on OFFICE2") when the file says.
+    LockOutcome take_lock(const QString& path, std::chrono::milliseconds stale_after,
+                          std::unique_ptr<HeldLock>* held, QString* holder = nullptr) const;
 
     // Names of the files (not folders) in a folder.
     QStringList file_names(const QString& folder) const;

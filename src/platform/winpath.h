@@ -11,8 +11,17 @@ namespace korvel::winpath {
 // Folder + "\" + name; no folder string ends in a backslash.
 QString join(const QString& folder, const QString& name);
 
-// "F:" for "F:\X\Y", "\\SERVER\SHARE" for a UNC path, blank for a relative path.
+// "F:" for "F:\X\Y", "\\SERVER\SHARE" for a UNC path, blank for a relative path. Windows reads
+// "/" as a separator too, so "\\SERVER/SHARE/X" has the root "\\SERVER/SHARE". A server or share
+// name that is no name ("..", ".", blank, or holding a character Windows refuses in one) gives
+// blank: such a root names no drive.
 QString drive_of(const QString& path);
+
+// The path as the file system will take it: "/" read as "\", empty and "." components dropped,
+// each ".." taken back against the component before it. Blank when the path has no drive or
+// share root, when a ".." would climb above that root, or when a component holds a control
+// character or is made of dots and blanks only (Windows would read "... " as a climb).
+QString normalise(const QString& path);
 
 // Everything left of the last backslash; blank when there is none.
 QString parent_of(const QString& path);

@@ -4,6 +4,18 @@
 
 namespace korvel::shell {
 
+bool is_year_text(const QString& text) {
+    if (text.size() != 4 || text.at(0) == u'0') {
+        return false;
+    }
+    for (const QChar c : text) {
+        if (c < u'0' || c > u'9') {
+            return false;
+        }
+    }
+    return true;
+}
+
 QString general_year_folder(const QString& admin_folder, const QString& year) {
     QString g = admin_folder;
     const qsizetype at = g.lastIndexOf(QStringLiteral("ADMIN"), -1, Qt::CaseInsensitive);

@@ -14,6 +14,9 @@ namespace korvel::shell {
 // workstation folder is <drive>\ProgramData\VESPARINE.
 store::Folders default_folders(const QString& drive, const QString& year);
 
+// True for a ledger year as the folder names take it: four digits, the first not 0.
+bool is_year_text(const QString& text);
+
 // The general year folder of an admin folder: "ADMIN" replaced by "GENERAL\G" + year.
 QString general_year_folder(const QString& admin_folder, const QString& year);
 

@@ -537,9 +537,9 @@ QString Startup::settle_ledger_year() {
     QString used_year;
     if (used) {
         used_year = cp1252::decode(*used).section(u'\n', 0, 0).remove(u'"').trimmed();
-        bool digits = false;
-        used_year.toInt(&digits);
-        if (used_year.size() != 4 || !digits) {
+        // "-123" and "0000" are no year; the year goes into folder names, so nothing but a
+        // year may pass.
+        if (!is_year_text(used_year)) {
             used_year.clear();  // a line that is no year is passed over
         }
         s_.ledger_year = used_year.isEmpty() ? calendar : used_year;

@@ -17,13 +17,17 @@ namespace {
 constexpr qint64 kBlockBytes = 256 * 1024;  // small enough to stay in the cache while it is read
 }
 
-int record_count_of(qint64 file_size, int record_length) {
+qint64 records_in_file(qint64 file_size, int record_length) {
     if (file_size <= 0 || record_length <= 0) {
         return 0;
     }
     const double exact = static_cast<double>(file_size) / record_length;
-    const double rounded = std::nearbyint(exact);  // the default mode rounds half to even
-    return static_cast<int>(std::min<double>(rounded, kMaxRecords));
+    return static_cast<qint64>(std::nearbyint(exact));  // the default mode rounds half to even
+}
+
+int record_count_of(qint64 file_size, int record_length) {
+    return static_cast<int>(
+        std::min<qint64>(records_in_file(file_size, record_length), kMaxRecords));
 }
 
 RecordFile::RecordFile(const QString& native_path, int record_length, Access access)

@@ -16,9 +16,17 @@ namespace korvel::store {
 
 inline constexpr int kMaxRecords = 32767;  // record numbers and counts are 16-bit
 
-// The record count of a file: its length over the record length, rounded half to even as a
-// float-to-integer conversion does, so a last partial record may count; at most kMaxRecords.
+// The records a file holds: its length over the record length, rounded half to even as a
+// float-to-integer conversion does, so a last partial record may count.
+qint64 records_in_file(qint64 file_size, int record_length);
+
+// The record count the forms work with: records_in_file, at most kMaxRecords. A writer that
+// rebuilds a whole file from this count would drop what lies past it, so such writers refuse a
+// file for which past_record_limit holds.
 int record_count_of(qint64 file_size, int record_length);
+inline bool past_record_limit(qint64 file_size, int record_length) {
+    return records_in_file(file_size, record_length) > kMaxRecords;
+}
 
 class RecordFile {
   public:

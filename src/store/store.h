@@ -76,6 +76,9 @@ struct FileState {
     Record working;
 };
 
+// What a compaction came to.
+enum class Compaction { Done, Skipped, Stopped };
+
 // The outcome of assigning a value to a field by its running number.
 enum class FieldAssign { Done, Overflow, NotANumber, NoSuchField };
 
@@ -177,8 +180,10 @@ class Store {
     // Keeps every staff record that has a name and a post number and is not deleted, each
     // under a unique post number, rebuilds the name file to match, and drops the subject
     // records of post numbers no longer there. Each file is replaced in one step, so a crash
-    // at any point leaves the data whole.
-    void compact_staff_files();
+    // at any point leaves the data whole. Only one process compacts a staff folder at a time:
+    // another finds it busy and skips (Skipped, *why says who holds it), its files left valid
+    // and only uncompacted. Stopped: the user was told why nothing was replaced.
+    Compaction compact_staff_files(QString* why = nullptr);
     // For tests of the crash safety: called with the step number (1 to 6) as each step of the
     // compaction ends.
     std::function<void(int)> compaction_step_done;

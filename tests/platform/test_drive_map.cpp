@@ -35,8 +35,10 @@ TEST(WinPath, PostNumbersAsFileNameParts) {
 TEST(DriveMap, ConfigLinesAndUnknownDrives) {
     DriveMap m = DriveMap::explicit_map({});
     const QStringList bad = m.read_config(
-        "# comment\n\nF:=/srv/school\n\\\\SERVER\\SHARE=/mnt/share/\nnonsense\nQ=/x\nG:=\n");
-    EXPECT_EQ(bad, QStringList({"nonsense", "Q=/x", "G:="}));
+        "# comment\n\nF:=/srv/school\n\\\\SERVER\\SHARE=/mnt/share/\nnonsense\nQ=/x\nG:=\n"
+        "\\\\..\\..=/x\n\\\\S\\..=/x\n1:=/x\n");
+    EXPECT_EQ(bad,
+              QStringList({"nonsense", "Q=/x", "G:=", "\\\\..\\..=/x", "\\\\S\\..=/x", "1:=/x"}));
     EXPECT_EQ(m.native_root("f:"), "/srv/school");
     EXPECT_EQ(m.native_root("\\\\server\\share"), "/mnt/share");
     EXPECT_FALSE(m.drive_exists("G:"));
@@ -46,10 +48,36 @@ TEST(DriveMap, ConfigLinesAndUnknownDrives) {
     EXPECT_EQ(m.native_path("\\\\SERVER\\SHARE\\VESPARINE"), "/mnt/share/VESPARINE");
 }
 
-TEST(DriveMap, NeverClimbsOutOfItsDrive) {
-    DriveMap m = DriveMap::explicit_map({{"F:", "/srv/school"}});
-    EXPECT_EQ(m.native_path("F:\\VESPARINE\\..\\..\\etc\\passwd"), "");
-    EXPECT_EQ(m.native_path("F:\\VESPARINE\\.\\ADMIN"), "/srv/school/VESPARINE/ADMIN");
+// Lines as network.dta, year_used.txt or the path tool could hand them on: none may lead out of
+// the drive it names, whichever separator it climbs with.
+TEST(DriveMap, NoPathLeavesItsDrive) {
+    DriveMap m = DriveMap::below("/data");
+    m.map("F:", "/srv/school");
+    m.map("\\\\SERVER\\SHARE", "/mnt/share");
+    const struct {
+        const char* path;
+        const char* native;  // blank: refused
+    } cases[] = {
+        {"C:\\VESPARINE/../../../x/P2026", ""},
+        {"C:\\VESPARINE\\..\\..\\etc\\passwd", ""},
+        {"F:/VESPARINE/../..", ""},
+        {"F:\\VESPARINE\\.. \\..\\x", ""},  // Windows strips the blank: ".." climbs
+        {"F:\\...\\x", ""},
+        {"\\\\..\\../../x", ""},
+        {"//../../x", ""},
+        {"\\\\SERVER\\..\\x", ""},
+        {"\\\\SERVER\\SHARE\\..\\x", ""},
+        {"\\\\SERVER/SHARE/../x", ""},
+        {"F:\\VESPARINE\\a\x01b", ""},
+        {"F:\\VESPARINE/./ADMIN", "/srv/school/VESPARINE/ADMIN"},
+        {"F:\\VESPARINE/STAFF/../ADMIN\\\\x", "/srv/school/VESPARINE/ADMIN/x"},
+        {"\\\\SERVER/SHARE/VESPARINE", "/mnt/share/VESPARINE"},
+        {"\\\\OTHER\\S\\X", "/data/UNC/OTHER/S/X"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(m.native_path(QString::fromLatin1(c.path)), QString::fromLatin1(c.native))
+            << c.path;
+    }
 }
 
 TEST(DriveMap, DefaultRootServesEveryDrive) {

@@ -48,5 +48,22 @@ TEST(PathChoice, RefusesWhatCannotBeUsed) {
               "INVALID DRIVE: FF");
     EXPECT_EQ(apply_path_choice({"F:", tmp.path() + "/none", "2026"}, conf, "C:", true),
               "DIE GIDS  " + tmp.path() + "/none  BESTAAN NIE!");
+    // Nothing the tool writes may climb out of its drive or add a line of its own.
+    const struct {
+        korvel::shell::PathChoice choice;
+        QString problem;
+    } refused[] = {
+        {{"F:", tmp.path(), "2026/../../x"}, "INVALID YEAR: 2026/../../x"},
+        {{"F:", tmp.path(), "-123"}, "INVALID YEAR: -123"},
+        {{"\\\\..\\..", tmp.path(), "2026"}, "INVALID DRIVE: \\\\..\\.."},
+        {{"\\\\SERVER\\SHARE\\..", tmp.path(), "2026"}, "INVALID DRIVE: \\\\SERVER\\SHARE\\.."},
+        {{"F:\\..", tmp.path(), "2026"}, "INVALID DRIVE: F:\\.."},
+        {{"F:", tmp.path() + "\nC:=/", "2026"},
+         "THE FOLDER  " + tmp.path() + "\nC:=/  DOES NOT EXIST!"},
+    };
+    for (const auto& r : refused) {
+        EXPECT_EQ(apply_path_choice(r.choice, conf, "C:", false), r.problem)
+            << r.choice.drive.toStdString();
+    }
     EXPECT_FALSE(QFile::exists(conf));
 }

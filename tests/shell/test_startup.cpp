@@ -234,8 +234,10 @@ TEST(LedgerYear, YearUsedMovesTheStaffFolderOnlyBackwards) {
     EXPECT_TRUE(QFile::exists(kept));  // read-only leftovers stay
     EXPECT_TRUE(m.session.is_open(store::Code::PRSALG));
     // A line that is no year means the calendar year.
-    m.session.fs().write_all(m.startup.year_used_file(), "garbage\r\n");
-    EXPECT_EQ(m.startup.settle_ledger_year(), "F:\\VESPARINE\\STAFF\\P2026");
+    for (const char* no_year : {"garbage", "-123", "0000", "+202", "20/.."}) {
+        m.session.fs().write_all(m.startup.year_used_file(), no_year);
+        EXPECT_EQ(m.startup.settle_ledger_year(), "F:\\VESPARINE\\STAFF\\P2026") << no_year;
+    }
 }
 
 TEST(School, ProvinceFixUpAndEmptyRecord) {
