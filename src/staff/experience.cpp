@@ -94,7 +94,7 @@ const GridSpec kGrids[kExperienceGrids] = {
 };
 constexpr int kListRows = 5;  // rows of the three small lists of the master record
 
-const GridSpec& spec(ExperienceGrid g) {
+const GridSpec& grid_layout(ExperienceGrid g) {
     return kGrids[static_cast<std::size_t>(g)];
 }
 
@@ -155,7 +155,7 @@ void Experience::form_load() {
 
     for (int g = 0; g < kExperienceGrids; ++g) {
         const auto grid = static_cast<ExperienceGrid>(g);
-        const GridSpec& gs = spec(grid);
+        const GridSpec& gs = grid_layout(grid);
         ExperienceFrame& f = frame(grid);
         f.caption = s.tr(gs.caption_af, gs.caption_en);
         f.tool_tip = s.tr(gs.tip_af, gs.tip_en);
@@ -187,7 +187,7 @@ void Experience::form_load() {
 }
 
 void Experience::fill_subjects_grid() {
-    const GridSpec& gs = spec(kSubjectsGrid);
+    const GridSpec& gs = grid_layout(kSubjectsGrid);
     DetailGrid& grid = frame(kSubjectsGrid).grid;
     grid.resize(gs.rows);
     const Record& r = subjects_.record;
@@ -328,7 +328,7 @@ void Experience::jre_ok_click() {
     }
     for (int g = 0; g < kExperienceGrids; ++g) {
         const auto grid = static_cast<ExperienceGrid>(g);
-        const GridSpec& gs = spec(grid);
+        const GridSpec& gs = grid_layout(grid);
         const ExperienceFrame& f = frame(grid);
         const int rows = grid == kSubjectsGrid ? kSubjectRowsStored : kListRows;
         Record& r = grid == kSubjectsGrid ? subjects : master;

@@ -303,8 +303,8 @@ QString python_with_dbf() {
 const char* const kWriteTables = R"(
 import dbf, sys
 folder = sys.argv[1]
-def table(name, spec, rows, deleted=()):
-    t = dbf.Table(folder + '/' + name, spec, codepage='cp1252')
+def table(name, fields, rows, deleted=()):
+    t = dbf.Table(folder + '/' + name, fields, codepage='cp1252')
     t.open(dbf.READ_WRITE)
     for r in rows:
         t.append(r)
