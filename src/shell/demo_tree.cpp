@@ -77,7 +77,7 @@ struct Person {
     int level;     // post level 1 to 4
     int category;  // highest qualification (educators) or personnel category (employees)
     const char* post_text;
-    const char* subjects;  // "CODE:GRADE,..."
+    const char* subjects;  // "CODE:GRADE,...", codes of the subject code list
     char marital;          // 'G' married, 'O' unmarried, 'S' divorced
     int salary;            // whole rands a month, governing-body paid staff only
 };
@@ -89,34 +89,34 @@ constexpr bool F = false;
 
 // clang-format off
 constexpr Person kStaff[] = {
-    {"001", ' ', A, "MNR", "JACOBUS PETRUS", "DU TOIT", "", "KOBUS", M, 'W', 1, 56, 3, 14, "", 'O', 'P', 15, 33, 14, 4, 2, "HOOF", "WISK:12", 'G', 0},
-    {"002", ' ', A, "MEV", "ELSABé", "VAN DER MERWE", "LOUW", "ELSA", F, 'W', 1, 52, 7, 22, "", 'O', 'P', 15, 29, 18, 3, 2, "ADJUNKHOOF", "AFR HT:12", 'G', 0},
-    {"003", ' ', A, "MNR", "HENDRIK JOHANNES", "BOTHA", "", "HENNIE", M, 'W', 1, 49, 11, 2, "", 'O', 'P', 14, 26, 20, 3, 1, "ADJUNKHOOF", "FIS WET:12", 'G', 0},
-    {"004", ' ', A, "ME", "ANNA-MARI", "COETZéE", "", "ANNA-MARI", F, 'W', 1, 45, 1, 30, "12A", 'O', 'P', 14, 22, 12, 2, 1, "DEPARTEMENTSHOOF", "AFR HT:12,AFR HT:11", 'O', 0},
-    {"005", ' ', E, "MR", "DAVID ALEXANDER", "MCKENZIE", "", "DAVID", M, 'W', 2, 47, 5, 9, "12B", 'O', 'P', 15, 23, 9, 2, 2, "DEPARTMENTAL HEAD", "ENG EAT:12,ENG EAT:11", 'G', 0},
-    {"006", ' ', A, "MEV", "MARIETJIE SUSANNA", "STEYN", "PRETORIUS", "MARIETJIE", F, 'W', 1, 58, 9, 17, "11A", 'O', 'P', 13, 36, 25, 2, 1, "DEPARTEMENTSHOOF", "WISK:11,WISK:10", 'G', 0},
-    {"007", ' ', A, "DR", "RENé ANDRé", "MéNIèRE", "", "RENé", M, 'W', 1, 44, 4, 3, "11B", 'O', 'P', 15, 18, 6, 1, 2, "ONDERWYSER", "LEWW:12,LEWW:11", 'G', 0},
-    {"008", ' ', A, "ME", "LIEZL", "NEL", "", "LIEZL", F, 'W', 1, 34, 8, 26, "10A", 'O', 'P', 14, 11, 7, 1, 1, "ONDERWYSER", "GESK:10,GESK:11", 'G', 0},
-    {"009", ' ', A, "MNR", "PIETER WILLEM", "JOUBERT", "", "PIET", M, 'W', 1, 38, 12, 11, "10B", 'O', 'P', 14, 15, 10, 1, 1, "ONDERWYSER", "GEOG:12,GEOG:10", 'O', 0},
-    {"010", ' ', E, "MS", "SIPHOKAZI NOMVULA", "DLAMINI", "", "KAZI", F, 'B', 9, 31, 2, 19, "9A", 'O', 'P', 14, 8, 5, 1, 1, "EDUCATOR", "LO:9,LO:10", 'O', 0},
-    {"011", ' ', A, "MNR", "JOHAN FRANCOIS", "LE ROUX", "", "JOHAN", M, 'W', 1, 41, 6, 28, "9B", 'O', 'P', 14, 17, 17, 1, 1, "ONDERWYSER", "WISK:9,WISK:12", 'G', 0},
-    {"012", ' ', E, "MS", "CHANTELLE", "ADAMS", "", "CHANTELLE", F, 'C', 2, 29, 10, 5, "8A", 'O', 'T', 14, 5, 3, 1, 1, "EDUCATOR", "ENG EAT:8,ENG EAT:9", 'O', 0},
-    {"013", ' ', A, "MEV", "ELMARIE", "KRUGER", "SMIT", "ELMARIE", F, 'W', 1, 50, 3, 8, "8B", 'O', 'P', 13, 27, 21, 1, 1, "ONDERWYSER", "REKENK:10,REKENK:11", 'G', 0},
-    {"014", ' ', A, "MNR", "GERHARD", "VISSER", "", "GERHARD", M, 'W', 1, 36, 1, 12, "12C", 'O', 'P', 14, 13, 13, 1, 1, "ONDERWYSER", "LO:12,LO:11", 'G', 0},
-    {"015", ' ', E, "MRS", "SUSAN ELIZABETH", "HENDRICKS", "JULIES", "SUE", F, 'C', 2, 43, 11, 23, "11C", 'O', 'P', 14, 20, 8, 1, 1, "EDUCATOR", "TOER:11,TOER:12", 'G', 0},
-    {"016", ' ', A, "MNR", "WERNER", "ERASMUS", "", "WERNER", M, 'W', 1, 33, 7, 4, "10C", 'O', 'P', 14, 10, 4, 1, 1, "ONDERWYSER", "FIS WET:10,FIS WET:11", 'O', 0},
-    {"017", ' ', A, "ME", "ANNELIE", "FOURIE", "", "ANNELIE", F, 'W', 1, 27, 5, 31, "9C", 'B', 'T', 14, 3, 3, 1, 1, "ONDERWYSER (BL)", "AFR HT:9,AFR HT:8", 'O', 18500},
-    {"018", ' ', E, "MR", "SIPHO JOSEPH", "NDLOVU", "", "SIPHO", M, 'B', 10, 39, 9, 9, "", 'O', 'P', 15, 14, 6, 2, 2, "DEPARTMENTAL HEAD", "WISKGELT:12,WISKGELT:11", 'G', 0},
-    {"019", '*', A, "MEV", "KARIN", "BASSON", "MOSTERT", "KARIN", F, 'W', 1, 61, 2, 2, "", 'O', 'P', 13, 38, 30, 1, 1, "ONDERWYSER", "VERBR:10,VERBR:11", 'G', 0},
-    {"020", ' ', A, "MNR", "RIAAN", "SWART", "", "RIAAN", M, 'W', 1, 30, 8, 15, "8C", 'B', 'T', 14, 6, 2, 1, 1, "ONDERWYSER (BL)", "IGO:10,IGO:11", 'O', 17800},
-    {"021", '*', A, "ME", "NICOLE", "JANSE VAN RENSBURG", "", "NICOLE", F, 'W', 1, 26, 12, 20, "", 'B', 'T', 13, 2, 2, 1, 1, "ONDERWYSER (BL)", "KUNS:8,KUNS:9", 'O', 16200},
-    {"022", ' ', E, "MR", "GRANT", "WILLIAMS", "", "GRANT", M, 'W', 2, 48, 4, 27, "", 'O', 'P', 15, 24, 11, 2, 2, "DEPARTMENTAL HEAD", "BESTUD:12,EKON:12", 'S', 0},
-    {"023", ' ', A, "MEV", "ILSE", "DU PLESSIS", "MARITZ", "ILSE", F, 'W', 1, 37, 1, 5, "12D", 'O', 'P', 14, 14, 9, 1, 1, "ONDERWYSER", "GEOG:11,GEOG:12", 'G', 0},
-    {"024", ' ', A, "MNR", "DANIëL STEPHANUS", "POTGIETER", "", "DANIE", M, 'W', 1, 42, 9, 24, "10D", 'O', 'P', 15, 19, 12, 1, 2, "ONDERWYSER", "WISK:10,WISK:11", 'G', 0},
-    {"025", ' ', E, "MS", "MEGAN", "SMITH", "", "MEGAN", F, 'W', 2, 28, 7, 14, "", 'O', 'T', 14, 4, 1, 1, 1, "EDUCATOR", "ENG EAT:8,ENG EAT:10", 'O', 0},
-    {"1187", 'D', A, "MEV", "ALETTA CORNELIA", "MEYER", "DE VILLIERS", "LETTIE", F, 'W', 1, 54, 10, 30, "", 'O', 'P', 14, 31, 22, 1, 1, "ONDERWYSER", "AFR HT:10", 'G', 0},
-    {"1203", ' ', A, "MNR", "FRANS", "VAN WYK", "", "FRANS", M, 'W', 1, 46, 6, 6, "9D", 'O', 'P', 14, 21, 15, 1, 1, "ONDERWYSER", "RTT:10,RTT:11,RTT:12", 'G', 0},
-    {"1240", ' ', E, "MS", "ZANDILE PRECIOUS", "KHUMALO", "", "ZANDI", F, 'B', 10, 32, 3, 25, "8D", 'O', 'P', 14, 9, 4, 1, 1, "EDUCATOR", "NW:8,NW:9", 'O', 0},
+    {"101", ' ', A, "MNR", "JACOBUS PETRUS", "DU TOIT", "", "KOBUS", M, 'W', 1, 56, 3, 14, "", 'O', 'P', 15, 33, 14, 4, 2, "HOOF", "2010:12", 'G', 0},
+    {"102", ' ', A, "MEV", "ELSABé", "VAN DER MERWE", "LOUW", "ELSA", F, 'W', 1, 52, 7, 22, "", 'O', 'P', 15, 29, 18, 3, 2, "ADJUNKHOOF", "1010:12", 'G', 0},
+    {"103", ' ', A, "MNR", "HENDRIK JOHANNES", "BOTHA", "", "HENNIE", M, 'W', 1, 49, 11, 2, "", 'O', 'P', 14, 26, 20, 3, 1, "ADJUNKHOOF", "3010:12", 'G', 0},
+    {"104", ' ', A, "ME", "ANNA-MARI", "COETZéE", "", "ANNA-MARI", F, 'W', 1, 45, 1, 30, "12A", 'O', 'P', 14, 22, 12, 2, 1, "DEPARTEMENTSHOOF", "1010:12,1010:11", 'O', 0},
+    {"105", ' ', E, "MR", "DAVID ALEXANDER", "MCKENZIE", "", "DAVID", M, 'W', 2, 47, 5, 9, "12B", 'O', 'P', 15, 23, 9, 2, 2, "DEPARTMENTAL HEAD", "1020:12,1020:11", 'G', 0},
+    {"106", ' ', A, "MEV", "MARIETJIE SUSANNA", "STEYN", "PRETORIUS", "MARIETJIE", F, 'W', 1, 58, 9, 17, "11A", 'O', 'P', 13, 36, 25, 2, 1, "DEPARTEMENTSHOOF", "2010:11,2010:10", 'G', 0},
+    {"107", ' ', A, "DR", "RENé ANDRé", "MéNIèRE", "", "RENé", M, 'W', 1, 44, 4, 3, "11B", 'O', 'P', 15, 18, 6, 1, 2, "ONDERWYSER", "3020:12,3020:11", 'G', 0},
+    {"108", ' ', A, "ME", "LIEZL", "NEL", "", "LIEZL", F, 'W', 1, 34, 8, 26, "10A", 'O', 'P', 14, 11, 7, 1, 1, "ONDERWYSER", "4010:10,4010:11", 'G', 0},
+    {"109", ' ', A, "MNR", "PIETER WILLEM", "JOUBERT", "", "PIET", M, 'W', 1, 38, 12, 11, "10B", 'O', 'P', 14, 15, 10, 1, 1, "ONDERWYSER", "4020:12,4020:10", 'O', 0},
+    {"110", ' ', E, "MS", "SIPHOKAZI NOMVULA", "DLAMINI", "", "KAZI", F, 'B', 9, 31, 2, 19, "9A", 'O', 'P', 14, 8, 5, 1, 1, "EDUCATOR", "6010:9,6010:10", 'O', 0},
+    {"111", ' ', A, "MNR", "JOHAN FRANCOIS", "LE ROUX", "", "JOHAN", M, 'W', 1, 41, 6, 28, "9B", 'O', 'P', 14, 17, 17, 1, 1, "ONDERWYSER", "2010:9,2010:12", 'G', 0},
+    {"112", ' ', E, "MS", "CHANTELLE", "ADAMS", "", "CHANTELLE", F, 'C', 2, 29, 10, 5, "8A", 'O', 'T', 14, 5, 3, 1, 1, "EDUCATOR", "1020:8,1020:9", 'O', 0},
+    {"113", ' ', A, "MEV", "ELMARIE", "KRUGER", "SMIT", "ELMARIE", F, 'W', 1, 50, 3, 8, "8B", 'O', 'P', 13, 27, 21, 1, 1, "ONDERWYSER", "5010:10,5010:11", 'G', 0},
+    {"114", ' ', A, "MNR", "GERHARD", "VISSER", "", "GERHARD", M, 'W', 1, 36, 1, 12, "12C", 'O', 'P', 14, 13, 13, 1, 1, "ONDERWYSER", "6010:12,6010:11", 'G', 0},
+    {"115", ' ', E, "MRS", "SUSAN ELIZABETH", "HENDRICKS", "JULIES", "SUE", F, 'C', 2, 43, 11, 23, "11C", 'O', 'P', 14, 20, 8, 1, 1, "EDUCATOR", "8030:11,8030:12", 'G', 0},
+    {"116", ' ', A, "MNR", "WERNER", "ERASMUS", "", "WERNER", M, 'W', 1, 33, 7, 4, "10C", 'O', 'P', 14, 10, 4, 1, 1, "ONDERWYSER", "3010:10,3010:11", 'O', 0},
+    {"117", ' ', A, "ME", "ANNELIE", "FOURIE", "", "ANNELIE", F, 'W', 1, 27, 5, 31, "9C", 'B', 'T', 14, 3, 3, 1, 1, "ONDERWYSER (BL)", "1010:9,1010:8", 'O', 18500},
+    {"118", ' ', E, "MR", "SIPHO JOSEPH", "NDLOVU", "", "SIPHO", M, 'B', 10, 39, 9, 9, "", 'O', 'P', 15, 14, 6, 2, 2, "DEPARTMENTAL HEAD", "2020:12,2020:11", 'G', 0},
+    {"119", '*', A, "MEV", "KARIN", "BASSON", "MOSTERT", "KARIN", F, 'W', 1, 61, 2, 2, "", 'O', 'P', 13, 38, 30, 1, 1, "ONDERWYSER", "8050:10,8050:11", 'G', 0},
+    {"120", ' ', A, "MNR", "RIAAN", "SWART", "", "RIAAN", M, 'W', 1, 30, 8, 15, "8C", 'B', 'T', 14, 6, 2, 1, 1, "ONDERWYSER (BL)", "8020:10,8020:11", 'O', 17800},
+    {"121", '*', A, "ME", "NICOLE", "JANSE VAN RENSBURG", "", "NICOLE", F, 'W', 1, 26, 12, 20, "", 'B', 'T', 13, 2, 2, 1, 1, "ONDERWYSER (BL)", "7020:8,7020:9", 'O', 16200},
+    {"122", ' ', E, "MR", "GRANT", "WILLIAMS", "", "GRANT", M, 'W', 2, 48, 4, 27, "", 'O', 'P', 15, 24, 11, 2, 2, "DEPARTMENTAL HEAD", "5020:12,5030:12", 'S', 0},
+    {"123", ' ', A, "MEV", "ILSE", "DU PLESSIS", "MARITZ", "ILSE", F, 'W', 1, 37, 1, 5, "12D", 'O', 'P', 14, 14, 9, 1, 1, "ONDERWYSER", "4020:11,4020:12", 'G', 0},
+    {"124", ' ', A, "MNR", "DANIëL STEPHANUS", "POTGIETER", "", "DANIE", M, 'W', 1, 42, 9, 24, "10D", 'O', 'P', 15, 19, 12, 1, 2, "ONDERWYSER", "2010:10,2010:11", 'G', 0},
+    {"125", ' ', E, "MS", "MEGAN", "SMITH", "", "MEGAN", F, 'W', 2, 28, 7, 14, "", 'O', 'T', 14, 4, 1, 1, 1, "EDUCATOR", "1020:8,1020:10", 'O', 0},
+    {"1187", 'D', A, "MEV", "ALETTA CORNELIA", "MEYER", "DE VILLIERS", "LETTIE", F, 'W', 1, 54, 10, 30, "", 'O', 'P', 14, 31, 22, 1, 1, "ONDERWYSER", "1010:10", 'G', 0},
+    {"1203", ' ', A, "MNR", "FRANS", "VAN WYK", "", "FRANS", M, 'W', 1, 46, 6, 6, "9D", 'O', 'P', 14, 21, 15, 1, 1, "ONDERWYSER", "8040:10,8040:11,8040:12", 'G', 0},
+    {"1240", ' ', E, "MS", "ZANDILE PRECIOUS", "KHUMALO", "", "ZANDI", F, 'B', 10, 32, 3, 25, "8D", 'O', 'P', 14, 9, 4, 1, 1, "EDUCATOR", "7010:8,7010:9", 'O', 0},
     {"A001", ' ', A, "MEV", "HESTER JOHANNA", "MARAIS", "ROUX", "HETTIE", F, 'W', 1, 51, 4, 16, "ADMIN", 'O', 'P', 0, 24, 19, 1, 1, "SEKRETARESSE", "", 'G', 0},
     {"A002", ' ', A, "ME", "CHARMAINE", "FORTUIN", "", "CHARMAINE", F, 'C', 1, 44, 8, 8, "ADMIN", 'O', 'P', 0, 15, 11, 1, 1, "ADMINISTRATIEWE KLERK", "", 'O', 0},
     {"A003", ' ', E, "MRS", "ROSALIND", "PETERSEN", "JACOBS", "ROS", F, 'C', 2, 39, 2, 28, "ADMIN", 'B', 'P', 0, 9, 9, 1, 1, "RECEPTIONIST", "", 'G', 11200},
@@ -133,10 +133,10 @@ constexpr Person kStaff[] = {
 // clang-format on
 
 // Staff without a LURITS number yet: the newest appointments and one who left.
-constexpr std::array<const char*, 3> kNoLurits = {"025", "A010", "A012"};
+constexpr std::array<const char*, 3> kNoLurits = {"125", "A010", "A012"};
 
 // The educator on maternity leave in the current year.
-constexpr const char* kMaternity = "008";
+constexpr const char* kMaternity = "108";
 
 // ---- the governing body -------------------------------------------------------------------
 
@@ -163,7 +163,7 @@ constexpr Member kMembers[] = {
     {"4", "1", "3", nullptr, "MNR", "GERT JOHANNES", "LOMBARD", M, 'W', 1, 2, 48, 5, 17, 'G'},
     {"4", "2", "3", nullptr, "MEV", "SANDRA", "OLIVIER", F, 'W', 1, 2, 44, 9, 2, 'G'},
     {"4", "4", "3", nullptr, "MNR", "YUSUF", "EBRAHIM", M, 'C', 2, 1, 51, 1, 19, 'G'},
-    {"2", "5", "3", "014", "", "", "", M, 'W', 0, 0, 0, 1, 1, ' '},
+    {"2", "5", "3", "114", "", "", "", M, 'W', 0, 0, 0, 1, 1, ' '},
     {"6", "5", "1", nullptr, "MEJ", "MIA", "BOTES", F, 'W', 1, 2, 17, 6, 8, 'O'},
 };
 // clang-format on
@@ -664,8 +664,10 @@ class YearWriter {
             r.set_int16(D["PD_KW_PROF"], kProfBEd, 1);
         } else {
             const QString subjects = QString::fromLatin1(p.subjects);
-            const bool science = subjects.contains(u"WISK") || subjects.contains(u"FIS") ||
-                                 subjects.contains(u"LEWW") || subjects.contains(u"NW");
+            // Mathematics and the sciences (codes 2xxx and 3xxx, natural sciences 7010).
+            const bool science = subjects.startsWith(u'2') || subjects.startsWith(u'3') ||
+                                 subjects.contains(u",2") || subjects.contains(u",3") ||
+                                 subjects.contains(u"7010");
             r.set_int16(D["PD_KW_AKAD"], science ? kAkadBsc : kAkadBa, 1);
             r.set_int16(D["PD_KW_PROF"], kProfPgce, 2);
             r.set_int16(D["PD_KW_PROF"], kProfBEdHonours, 3);
@@ -1067,6 +1069,11 @@ constexpr const char* kSubjectCodes =
     "7020,9,\"Skeppende Kunste\",\"Creative Arts\"\r\n"
     "8010,12,\"Inligtingstegnologie\",\"Information Technology\"\r\n"
     "8020,12,\"Ingenieursgrafika en -ontwerp\",\"Engineering Graphics and Design\"\r\n"
+    "5020,10,\"Besigheidstudies\",\"Business Studies\"\r\n"
+    "5030,10,\"Ekonomie\",\"Economics\"\r\n"
+    "8030,10,\"Toerisme\",\"Tourism\"\r\n"
+    "8040,10,\"Rekenaartoepassingstegnologie\",\"Computer Applications Technology\"\r\n"
+    "8050,10,\"Verbruikerstudies\",\"Consumer Studies\"\r\n"
     "9010,R,\"Kinders se wêreld\",\"Children?s world\"\r\n";
 
 QByteArray network_file(const store::Folders& folders) {

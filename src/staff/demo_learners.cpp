@@ -11,10 +11,10 @@ namespace {
 // The grade's subject table: code and subject number; a subject without a number counts for
 // nothing in the rebuild.
 const std::vector<std::pair<QString, int>> kSubjects = {
-    {"AFR HT", 1101},  {"ENG EAT", 1202}, {"WISK", 1301}, {"WISKGELT", 1302}, {"LO", 1401},
-    {"FIS WET", 1501}, {"LEWW", 1502},    {"GEOG", 1601}, {"GESK", 1602},     {"REKENK", 1701},
-    {"BESTUD", 1702},  {"EKON", 1703},    {"TOER", 1801}, {"RTT", 1901},      {"VERBR", 1902},
-    {"IGO", 1903},     {"KUNS", 0},
+    {"AFR HT", 1010},  {"ENG EAT", 1020}, {"WISK", 2010}, {"WISKGELT", 2020}, {"LO", 6010},
+    {"FIS WET", 3010}, {"LEWW", 3020},    {"GEOG", 4020}, {"GESK", 4010},     {"REKENK", 5010},
+    {"BESTUD", 5020},  {"EKON", 5030},    {"TOER", 8030}, {"RTT", 8040},      {"VERBR", 8050},
+    {"IGO", 8020},     {"KUNS", 0},
 };
 
 using Row = std::vector<std::pair<QString, QString>>;
@@ -40,23 +40,23 @@ std::vector<Grade> demo_grades() {
     return {
         {"12",
          {
-             row({{"AFR HT", "004"}, {"ENG EAT", "005"}, {"WISK", "001"}, {"LO", "014"}},
-                 {{"FIS WET", "003"}, {"LEWW", "007"}, {"GEOG", "009"}}),
-             row({{"AFR HT", "002"}, {"ENG EAT", "005"}, {"WISK", "011"}, {"LO", "014"}},
-                 {{"BESTUD", "022"}, {"EKON", "022"}, {"GEOG", "023"}}),
-             row({{"AFR HT", "004"}, {"ENG EAT", "005"}, {"WISKGELT", "018"}, {"LO", "014"}},
-                 {{"TOER", "015"}, {"RTT", "1203"}, {"KUNS", "021"}}, {{"GEOG", "*"}}),
-             row({{"AFR HT", "002"}, {"ENG EAT", "005"}, {"WISK", "001"}, {"LO", "014"}},
-                 {{"LEWW", "007"}, {"GEOG", "023"}}),
+             row({{"AFR HT", "104"}, {"ENG EAT", "105"}, {"WISK", "101"}, {"LO", "114"}},
+                 {{"FIS WET", "103"}, {"LEWW", "107"}, {"GEOG", "109"}}),
+             row({{"AFR HT", "102"}, {"ENG EAT", "105"}, {"WISK", "111"}, {"LO", "114"}},
+                 {{"BESTUD", "122"}, {"EKON", "122"}, {"GEOG", "123"}}),
+             row({{"AFR HT", "104"}, {"ENG EAT", "105"}, {"WISKGELT", "118"}, {"LO", "114"}},
+                 {{"TOER", "115"}, {"RTT", "1203"}, {"KUNS", "121"}}, {{"GEOG", "*"}}),
+             row({{"AFR HT", "102"}, {"ENG EAT", "105"}, {"WISK", "101"}, {"LO", "114"}},
+                 {{"LEWW", "107"}, {"GEOG", "123"}}),
          }},
         {"11",
          {
-             row({{"AFR HT", "004"}, {"ENG EAT", "005"}, {"WISK", "006"}, {"LO", "014"}},
-                 {{"FIS WET", "016"}, {"LEWW", "007"}, {"GESK", "008"}}),
-             row({{"AFR HT", "004"}, {"ENG EAT", "005"}, {"WISK", "024"}, {"LO", "014"}},
-                 {{"REKENK", "013"}, {"IGO", "020"}, {"GEOG", "023"}}),
-             row({{"AFR HT", "004"}, {"ENG EAT", "005"}, {"WISKGELT", "018"}, {"LO", "014"}},
-                 {{"TOER", "015"}, {"RTT", "1203"}, {"VERBR", "019"}}, {{"IGO", "099"}}),
+             row({{"AFR HT", "104"}, {"ENG EAT", "105"}, {"WISK", "106"}, {"LO", "114"}},
+                 {{"FIS WET", "116"}, {"LEWW", "107"}, {"GESK", "108"}}),
+             row({{"AFR HT", "104"}, {"ENG EAT", "105"}, {"WISK", "124"}, {"LO", "114"}},
+                 {{"REKENK", "113"}, {"IGO", "120"}, {"GEOG", "123"}}),
+             row({{"AFR HT", "104"}, {"ENG EAT", "105"}, {"WISKGELT", "118"}, {"LO", "114"}},
+                 {{"TOER", "115"}, {"RTT", "1203"}, {"VERBR", "119"}}, {{"IGO", "199"}}),
          }},
     };
 }
