@@ -156,90 +156,120 @@ bool is_reserved(const Field& f) {
 constexpr double kFirstSerial = 2;
 constexpr double kLastSerial = 73415;
 
-// The rule of each field of a layout, looked up once, not once a record.
-const std::vector<const NumberRule*>& rules_of(const Layout& layout) {
-    static QHash<const Layout*, std::vector<const NumberRule*>> cache;
-    auto it = cache.find(&layout);
-    if (it == cache.end()) {
-        std::vector<const NumberRule*> rules;
-        for (const Field& f : layout.fields) {
-            rules.push_back(f.type == FieldType::Int16 || f.type == FieldType::Byte ? number_rule(f)
-                                                                                    : nullptr);
-        }
-        it = cache.insert(&layout, std::move(rules));
-    }
-    return *it;
-}
+// What the field rules look at in a record of a layout, worked out once, not once a record:
+// the runs of adjacent text fields (one look for a NUL covers a run) and the fields whose
+// values are judged one by one.
+struct FieldPlan {
+    struct TextRun {
+        int offset;
+        int size;
+        std::size_t first, last;  // the run's fields, an index range of the layout's fields
+    };
+    std::vector<TextRun> text_runs;
+    std::vector<std::pair<std::size_t, const NumberRule*>> valued;  // dates and ruled numbers
+};
 
-// The field rules over one record's bytes.
-void check_fields(const Layout& layout, const char* bytes, int number, FileFindings& out) {
-    const std::vector<const NumberRule*>& rules = rules_of(layout);
+const FieldPlan& plan_of(const Layout& layout) {
+    static QHash<const Layout*, FieldPlan> cache;
+    auto it = cache.find(&layout);
+    if (it != cache.end()) {
+        return *it;
+    }
+    FieldPlan plan;
     for (std::size_t n = 0; n < layout.fields.size(); ++n) {
         const Field& f = layout.fields[n];
-        const NumberRule* rule = rules[n];
-        if (is_reserved(f) || (f.type == FieldType::Int16 && rule == nullptr)) {
+        if (is_reserved(f)) {
             continue;
         }
-        // Text without a NUL anywhere in the field (the usual case) needs no look at its slots.
-        if (f.type == FieldType::Text &&
-            std::memchr(bytes + f.offset, '\0', std::size_t(f.size())) == nullptr) {
-            continue;
+        if (f.type == FieldType::Text) {
+            FieldPlan::TextRun* run = plan.text_runs.empty() ? nullptr : &plan.text_runs.back();
+            if (run && run->last + 1 == n && run->offset + run->size == f.offset) {
+                run->size += f.size();
+                run->last = n;
+            } else {
+                plan.text_runs.push_back({f.offset, f.size(), n, n});
+            }
+        } else if (f.type == FieldType::Date) {
+            plan.valued.emplace_back(n, nullptr);
+        } else if (const NumberRule* rule = number_rule(f)) {
+            plan.valued.emplace_back(n, rule);
         }
-        for (int i = 0; i < f.count; ++i) {
-            const char* p = bytes + f.element_offset(i);
-            switch (f.type) {
-                case FieldType::Text:
-                    // A field that starts with a NUL was never written and reads blank; a NUL after
-                    // text stays in the value the sibling programs read.
-                    if (p[0] != '\0' && std::memchr(p, '\0', std::size_t(f.width)) != nullptr) {
-                        out.add(number, field_name(f, i), QStringLiteral("a NUL byte in the text"));
-                    }
-                    break;
-                case FieldType::Date: {
-                    double d = 0;
-                    std::memcpy(&d, p, sizeof d);
-                    if (d == 0) {
-                        break;
-                    }
-                    if (!std::isfinite(d)) {
-                        out.add(number, field_name(f, i),
-                                QStringLiteral("a date that is no number"));
-                    } else if (d < kFirstSerial || d > kLastSerial) {
-                        out.add(number, field_name(f, i),
-                                QStringLiteral("a date outside 1900-2100 (%1)").arg(d));
-                    } else if (d != std::floor(d)) {
-                        out.add(number, field_name(f, i),
-                                QStringLiteral("a date that is not a whole day (%1)").arg(d));
-                    }
+    }
+    return *cache.insert(&layout, std::move(plan));
+}
+
+// The rules of one field's elements over a record's bytes.
+void check_field(const Field& f, const NumberRule* rule, const char* bytes, int number,
+                 FileFindings& out) {
+    for (int i = 0; i < f.count; ++i) {
+        const char* p = bytes + f.element_offset(i);
+        switch (f.type) {
+            case FieldType::Text:
+                // A field that starts with a NUL was never written and reads blank; a NUL after
+                // text stays in the value the sibling programs read.
+                if (p[0] != '\0' && std::memchr(p, '\0', std::size_t(f.width)) != nullptr) {
+                    out.add(number, field_name(f, i), QStringLiteral("a NUL byte in the text"));
+                }
+                break;
+            case FieldType::Date: {
+                double d = 0;
+                std::memcpy(&d, p, sizeof d);
+                if (d == 0) {
                     break;
                 }
-                case FieldType::Int16:
-                case FieldType::Byte: {
-                    if (rule == nullptr) {
-                        break;
-                    }
-                    std::int16_t v = 0;
-                    if (f.type == FieldType::Byte) {
-                        v = static_cast<unsigned char>(p[0]);
-                    } else {
-                        std::memcpy(&v, p,
-                                    sizeof v);  // little-endian on every machine we build for
-                    }
-                    if ((v == 0 && rule->zero_allowed) || (v >= rule->low && v <= rule->high)) {
-                        break;
-                    }
+                if (!std::isfinite(d)) {
+                    out.add(number, field_name(f, i), QStringLiteral("a date that is no number"));
+                } else if (d < kFirstSerial || d > kLastSerial) {
                     out.add(number, field_name(f, i),
-                            QStringLiteral("%1 is not %2 (%3 to %4)")
-                                .arg(v)
-                                .arg(QLatin1String(rule->what))
-                                .arg(rule->low)
-                                .arg(rule->high));
+                            QStringLiteral("a date outside 1900-2100 (%1)").arg(d));
+                } else if (d != std::floor(d)) {
+                    out.add(number, field_name(f, i),
+                            QStringLiteral("a date that is not a whole day (%1)").arg(d));
+                }
+                break;
+            }
+            case FieldType::Int16:
+            case FieldType::Byte: {
+                if (rule == nullptr) {
                     break;
                 }
-                case FieldType::Raw:
+                std::int16_t v = 0;
+                if (f.type == FieldType::Byte) {
+                    v = static_cast<unsigned char>(p[0]);
+                } else {
+                    std::memcpy(&v, p,
+                                sizeof v);  // little-endian on every machine we build for
+                }
+                if ((v == 0 && rule->zero_allowed) || (v >= rule->low && v <= rule->high)) {
                     break;
+                }
+                out.add(number, field_name(f, i),
+                        QStringLiteral("%1 is not %2 (%3 to %4)")
+                            .arg(v)
+                            .arg(QLatin1String(rule->what))
+                            .arg(rule->low)
+                            .arg(rule->high));
+                break;
+            }
+            case FieldType::Raw:
+                break;
+        }
+    }
+}
+
+// The field rules over one record's bytes. Text without a NUL anywhere in a run of text fields
+// (the usual case) needs no look at its fields.
+void check_fields(const Layout& layout, const char* bytes, int number, FileFindings& out) {
+    const FieldPlan& plan = plan_of(layout);
+    for (const FieldPlan::TextRun& run : plan.text_runs) {
+        if (std::memchr(bytes + run.offset, '\0', std::size_t(run.size)) != nullptr) {
+            for (std::size_t n = run.first; n <= run.last; ++n) {
+                check_field(layout.fields[n], nullptr, bytes, number, out);
             }
         }
+    }
+    for (const auto& [n, rule] : plan.valued) {
+        check_field(layout.fields[n], rule, bytes, number, out);
     }
 }
 
@@ -467,6 +497,8 @@ void Checker::check_staff_files() {
     {
         FileFindings out(out_, alg);
         QHash<QString, int> active;
+        active.reserve(qsizetype(posts.size()));
+        all_posts_.reserve(qsizetype(posts.size()));
         for (const Post& p : posts) {
             if (!p.post.isEmpty()) {
                 all_posts_.insert(p.post.toUpper());
@@ -515,6 +547,7 @@ void Checker::check_companion(const Layout& layout, const Field& key, bool activ
         QString::fromLatin1(layout.file_name.data(), qsizetype(layout.file_name.size()));
     const QString path = join(t_.folders.staff, file);
     QHash<QString, int> first;
+    first.reserve(qsizetype(all_posts_.size()));
     std::vector<std::pair<int, QString>> orphans;
     {
         FileFindings out(out_, path);
