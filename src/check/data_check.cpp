@@ -452,14 +452,15 @@ bool Checker::check_record_file(const QString& folder, const Layout& layout,
     // The program counts a last part of a record as a record when it rounds up to one (half to
     // even), and reads its missing bytes as NULs: its keys count, its fields are not judged.
     const qint64 counted = qint64(std::nearbyint(double(size) / layout.record_length));
-    const int last = int(std::min<qint64>(std::max(whole, counted), INT_MAX));
+    // Records past the count the program works with are never seen by it: not read here either.
+    const int last = int(std::min<qint64>(std::max(whole, counted), store::kMaxRecords));
     int seen = 0;
     const bool read = file->scan(1, last, [&](int number, const char* bytes) {
         seen = number;
         if (number <= whole) {
             check_fields(layout, bytes, number, out);
         }
-        if (each && number <= store::kMaxRecords) {
+        if (each) {
             each(number, bytes);
         }
         return true;
