@@ -43,6 +43,7 @@ int check_command(const QStringList& args, QTextStream& out, QTextStream& err) {
     QString year;
     QString format = QStringLiteral("text");
     bool repair = false;
+    bool afrikaans = false;
     for (qsizetype i = 1; i < args.size(); ++i) {
         const QString& a = args.at(i);
         const bool has_value = i + 1 < args.size();
@@ -57,6 +58,9 @@ int check_command(const QStringList& args, QTextStream& out, QTextStream& err) {
         } else if (a == u"--format" && has_value &&
                    (args.at(i + 1) == u"text" || args.at(i + 1) == u"json")) {
             format = args.at(++i);
+        } else if (a == u"--lang" && has_value &&
+                   (args.at(i + 1) == u"af" || args.at(i + 1) == u"en")) {
+            afrikaans = args.at(++i) == u"af";
         } else if (a == u"--repair") {
             repair = true;
         } else {
@@ -65,11 +69,12 @@ int check_command(const QStringList& args, QTextStream& out, QTextStream& err) {
         }
     }
     QString error;
-    const std::optional<check::CheckTree> tree = check::locate_tree(drives, year, &error);
+    std::optional<check::CheckTree> tree = check::locate_tree(drives, year, &error);
     if (!tree) {
         err << "korvel-cli: " << error << "\n";
         return 2;
     }
+    tree->afrikaans = afrikaans;
     if (repair) {
         ui::UnattendedDialogs dialogs;
         const check::RepairResult r = check::repair_tree(*tree, dialogs);

@@ -56,15 +56,21 @@ bool is_year(const QString& text) {
 
 class FileFindings {
   public:
-    FileFindings(std::vector<Finding>& out, QString file) : out_(out), file_(std::move(file)) {}
+    FileFindings(std::vector<Finding>& out, QString file, bool afrikaans)
+        : out_(out), file_(std::move(file)), afrikaans_(afrikaans) {}
     ~FileFindings() {
         if (dropped_ > 0) {
-            out_.push_back(
-                {file_,
-                 0,
-                 {},
-                 QStringLiteral("%1 more findings in this file are not listed").arg(dropped_)});
+            out_.push_back({file_,
+                            0,
+                            {},
+                            say("nog %1 foute in hierdie lêer word nie gelys nie",
+                                "%1 more findings in this file are not listed")
+                                .arg(dropped_)});
         }
+    }
+    // A finding's text in the language of the check.
+    QString say(const char* af, const char* en) const {
+        return QString::fromUtf8(afrikaans_ ? af : en);
     }
     void add(int record, const QString& field, const QString& problem) {
         if (kept_ < kFindingsPerFile) {
@@ -86,6 +92,7 @@ class FileFindings {
   private:
     std::vector<Finding>& out_;
     QString file_;
+    bool afrikaans_;
     int kept_ = 0;
     long long dropped_ = 0;
 };
@@ -106,36 +113,37 @@ struct NumberRule {
     int high;
     bool zero_allowed;  // 0 stands for "none" outside the range
     const char* what;
+    const char* what_af;
 };
 constexpr NumberRule kNumberRules[] = {
-    {"PK_JAAR", 1900, 2100, true, "a year"},
-    {"PO_JRE_SKL", 0, 99, true, "years"},
-    {"PO_JRE_PRV", 0, 99, true, "years"},
-    {"PO_JRE_BTE", 0, 99, true, "years"},
-    {"PO_JRE_OND", 0, 99, true, "years"},
-    {"PO_JRE_DPT", 0, 99, true, "years"},
-    {"PO_JRE_A_H", 0, 99, true, "years"},
-    {"PO_JRE_SAH", 0, 99, true, "years"},
-    {"PO_JRE_HF", 0, 99, true, "years"},
-    {"PO_OND", 0, 99, true, "years"},
-    {"PO_VJR", 0, 99, true, "years"},
-    {"PO_BJR", 0, 99, true, "years"},
-    {"PO_PJR", 0, 99, true, "years"},
-    {"PD_POSVLAK", 1, 4, true, "a post level"},
-    {"PL_MAAND", 1, 12, false, "a month"},
-    {"PB_SALARIS", 0, 32767, true, "an amount"},
-    {"PB_TAX_AMT", 0, 32767, true, "an amount"},
-    {"PL_SALARIS", 0, 32767, true, "an amount"},
-    {"PL_OORTYD", 0, 32767, true, "an amount"},
-    {"PL_BONUS", 0, 32767, true, "an amount"},
-    {"PL_I_BDRG", 0, 32767, true, "an amount"},
-    {"PL_PENS", 0, 32767, true, "an amount"},
-    {"PL_WVF", 0, 32767, true, "an amount"},
-    {"PL_TAX", 0, 32767, true, "an amount"},
-    {"pl_u_bdrg", 0, 32767, true, "an amount"},
-    {"LK_JAAR", 1900, 2100, true, "a year"},
-    {"BL_LID_AKTIEF", -1, 1, true, "a yes or no"},
-    {"BL_SA_BURGER", 0, 1, true, "a yes or no"},
+    {"PK_JAAR", 1900, 2100, true, "a year", "'n jaar"},
+    {"PO_JRE_SKL", 0, 99, true, "years", "jare"},
+    {"PO_JRE_PRV", 0, 99, true, "years", "jare"},
+    {"PO_JRE_BTE", 0, 99, true, "years", "jare"},
+    {"PO_JRE_OND", 0, 99, true, "years", "jare"},
+    {"PO_JRE_DPT", 0, 99, true, "years", "jare"},
+    {"PO_JRE_A_H", 0, 99, true, "years", "jare"},
+    {"PO_JRE_SAH", 0, 99, true, "years", "jare"},
+    {"PO_JRE_HF", 0, 99, true, "years", "jare"},
+    {"PO_OND", 0, 99, true, "years", "jare"},
+    {"PO_VJR", 0, 99, true, "years", "jare"},
+    {"PO_BJR", 0, 99, true, "years", "jare"},
+    {"PO_PJR", 0, 99, true, "years", "jare"},
+    {"PD_POSVLAK", 1, 4, true, "a post level", "'n posvlak"},
+    {"PL_MAAND", 1, 12, false, "a month", "'n maand"},
+    {"PB_SALARIS", 0, 32767, true, "an amount", "'n bedrag"},
+    {"PB_TAX_AMT", 0, 32767, true, "an amount", "'n bedrag"},
+    {"PL_SALARIS", 0, 32767, true, "an amount", "'n bedrag"},
+    {"PL_OORTYD", 0, 32767, true, "an amount", "'n bedrag"},
+    {"PL_BONUS", 0, 32767, true, "an amount", "'n bedrag"},
+    {"PL_I_BDRG", 0, 32767, true, "an amount", "'n bedrag"},
+    {"PL_PENS", 0, 32767, true, "an amount", "'n bedrag"},
+    {"PL_WVF", 0, 32767, true, "an amount", "'n bedrag"},
+    {"PL_TAX", 0, 32767, true, "an amount", "'n bedrag"},
+    {"pl_u_bdrg", 0, 32767, true, "an amount", "'n bedrag"},
+    {"LK_JAAR", 1900, 2100, true, "a year", "'n jaar"},
+    {"BL_LID_AKTIEF", -1, 1, true, "a yes or no", "'n ja of nee"},
+    {"BL_SA_BURGER", 0, 1, true, "a yes or no", "'n ja of nee"},
 };
 
 const NumberRule* number_rule(const Field& f) {
@@ -208,7 +216,8 @@ void check_field(const Field& f, const NumberRule* rule, const char* bytes, int 
                 // A field that starts with a NUL was never written and reads blank; a NUL after
                 // text stays in the value the sibling programs read.
                 if (p[0] != '\0' && std::memchr(p, '\0', std::size_t(f.width)) != nullptr) {
-                    out.add(number, field_name(f, i), QStringLiteral("a NUL byte in the text"));
+                    out.add(number, field_name(f, i),
+                            out.say("'n NUL-greep in die teks", "a NUL byte in the text"));
                 }
                 break;
             case FieldType::Date: {
@@ -218,13 +227,18 @@ void check_field(const Field& f, const NumberRule* rule, const char* bytes, int 
                     break;
                 }
                 if (!std::isfinite(d)) {
-                    out.add(number, field_name(f, i), QStringLiteral("a date that is no number"));
-                } else if (d < kFirstSerial || d > kLastSerial) {
                     out.add(number, field_name(f, i),
-                            QStringLiteral("a date outside 1900-2100 (%1)").arg(d));
+                            out.say("'n datum wat geen getal is nie", "a date that is no number"));
+                } else if (d < kFirstSerial || d > kLastSerial) {
+                    out.add(
+                        number, field_name(f, i),
+                        out.say("'n datum buite 1900-2100 (%1)", "a date outside 1900-2100 (%1)")
+                            .arg(d));
                 } else if (d != std::floor(d)) {
                     out.add(number, field_name(f, i),
-                            QStringLiteral("a date that is not a whole day (%1)").arg(d));
+                            out.say("'n datum wat nie 'n hele dag is nie (%1)",
+                                    "a date that is not a whole day (%1)")
+                                .arg(d));
                 }
                 break;
             }
@@ -244,9 +258,9 @@ void check_field(const Field& f, const NumberRule* rule, const char* bytes, int 
                     break;
                 }
                 out.add(number, field_name(f, i),
-                        QStringLiteral("%1 is not %2 (%3 to %4)")
+                        out.say("%1 is nie %2 nie (%3 tot %4)", "%1 is not %2 (%3 to %4)")
                             .arg(v)
-                            .arg(QLatin1String(rule->what))
+                            .arg(out.say(rule->what_af, rule->what))
                             .arg(rule->low)
                             .arg(rule->high));
                 break;
@@ -313,14 +327,21 @@ QString why_stale(const CheckTree& t, const char* b) {
     double serial = 0;
     std::memcpy(&serial, b + kDate.offset, sizeof serial);
     const std::optional<QDate> taken = store::date_from_serial(serial);
-    const QString what = QStringLiteral("lock %1=%2 of %3 (%4)").arg(type, id, user, program);
+    const auto say = [&t](const char* af, const char* en) {
+        return QString::fromUtf8(t.afrikaans ? af : en);
+    };
+    const QString what =
+        say("slot %1=%2 van %3 (%4)", "lock %1=%2 of %3 (%4)").arg(type, id, user, program);
     if (!taken || taken->daysTo(t.today) > kStaleLockDays) {
-        return what + QStringLiteral(" taken %1, more than a day ago")
-                          .arg(taken ? shell::date_to_text(*taken) : QStringLiteral("on no date"));
+        return what +
+               say(" geneem %1, meer as 'n dag gelede", " taken %1, more than a day ago")
+                   .arg(taken ? shell::date_to_text(*taken) : say("op geen datum", "on no date"));
     }
     if (user.toUpper() == t.user && t.program_running &&
         t.program_running(program) == std::optional<bool>(false)) {
-        return what + QStringLiteral(": %1 does not run on this workstation").arg(program);
+        return what + say(": %1 loop nie op hierdie werkstasie nie",
+                          ": %1 does not run on this workstation")
+                          .arg(program);
     }
     return {};
 }
@@ -405,13 +426,14 @@ QString Checker::readable(const QString& path, FileFindings& out) const {
         const QString target = info.canonicalFilePath();
         if (target.isEmpty() || !inside_tree(target)) {
             out.add(0, {},
-                    QStringLiteral("a symbolic link to %1, outside the data tree: not read")
+                    out.say("'n simboliese skakel na %1, buite die databoom: nie gelees nie",
+                            "a symbolic link to %1, outside the data tree: not read")
                         .arg(info.symLinkTarget()));
             return {};
         }
     }
     if (!info.isFile()) {
-        out.add(0, {}, QStringLiteral("not a file"));
+        out.add(0, {}, out.say("geen lêer nie", "not a file"));
         return {};
     }
     return native;
@@ -421,7 +443,7 @@ bool Checker::check_record_file(const QString& folder, const Layout& layout,
                                 const std::function<void(int, const char*)>& each) {
     const QString path = join(
         folder, QString::fromLatin1(layout.file_name.data(), qsizetype(layout.file_name.size())));
-    FileFindings out(out_, path);
+    FileFindings out(out_, path, t_.afrikaans);
     const QString native = readable(path, out);
     if (native.isEmpty()) {
         return false;
@@ -430,22 +452,24 @@ bool Checker::check_record_file(const QString& folder, const Layout& layout,
     auto file = store::RecordFile::open(native, layout.record_length,
                                         store::RecordFile::Access::ReadOnly, &error);
     if (!file) {
-        out.add(0, {}, QStringLiteral("cannot be read: %1").arg(error));
+        out.add(0, {}, out.say("kan nie gelees word nie: %1", "cannot be read: %1").arg(error));
         return true;
     }
     const qint64 size = file->byte_size();
     const qint64 whole = size / layout.record_length;
     if (const qint64 left = size % layout.record_length; left != 0) {
-        out.add(int(std::min<qint64>(whole + 1, INT_MAX)), {},
-                QStringLiteral("%1 bytes are not a whole number of records of %2 bytes: %3 "
-                               "bytes left over")
-                    .arg(size)
-                    .arg(layout.record_length)
-                    .arg(left));
+        out.add(
+            int(std::min<qint64>(whole + 1, INT_MAX)), {},
+            out.say("%1 grepe is nie 'n heel getal rekords van %2 grepe nie: %3 grepe bly oor",
+                    "%1 bytes are not a whole number of records of %2 bytes: %3 bytes left over")
+                .arg(size)
+                .arg(layout.record_length)
+                .arg(left));
     }
     if (whole > store::kMaxRecords) {
         out.add(0, {},
-                QStringLiteral("%1 records: the program counts only the first %2")
+                out.say("%1 rekords: die program tel net die eerste %2",
+                        "%1 records: the program counts only the first %2")
                     .arg(whole)
                     .arg(store::kMaxRecords));
     }
@@ -467,7 +491,9 @@ bool Checker::check_record_file(const QString& folder, const Layout& layout,
     });
     // A file cut short while it was read reads as NULs past its new end; say so.
     if (!read || file->byte_size() < size) {
-        out.add(seen, {}, QStringLiteral("the file changed or vanished while it was read"));
+        out.add(seen, {},
+                out.say("die lêer het verander of verdwyn terwyl dit gelees is",
+                        "the file changed or vanished while it was read"));
     }
     return true;
 }
@@ -496,7 +522,7 @@ void Checker::check_staff_files() {
                          surname || !blank_at(bytes, kNames) || !blank_at(bytes, kTitle), surname});
     });
     {
-        FileFindings out(out_, alg);
+        FileFindings out(out_, alg, t_.afrikaans);
         QHash<QString, int> active;
         active.reserve(qsizetype(posts.size()));
         all_posts_.reserve(qsizetype(posts.size()));
@@ -509,14 +535,16 @@ void Checker::check_staff_files() {
             }
             if (p.post.isEmpty()) {
                 out.add(p.record, QStringLiteral("PA_POS_NR"),
-                        QStringLiteral("a blank post number"));
+                        out.say("'n blanko posnommer", "a blank post number"));
                 continue;
             }
             kept_.push_back({p.record, p.post, p.post.toUpper(), p.state.isEmpty()});
             if (bad_in_file_name(p.post)) {
-                out.add(p.record, QStringLiteral("PA_POS_NR"),
-                        QStringLiteral("post number \"%1\" holds a character no file name may hold")
-                            .arg(p.post));
+                out.add(
+                    p.record, QStringLiteral("PA_POS_NR"),
+                    out.say("posnommer \"%1\" bevat 'n karakter wat geen lêernaam mag bevat nie",
+                            "post number \"%1\" holds a character no file name may hold")
+                        .arg(p.post));
             }
             // Duplicates among the active records: the index keeps the first.
             if (p.state.isEmpty() && p.surname) {
@@ -525,7 +553,8 @@ void Checker::check_staff_files() {
                     active.insert(p.post.toUpper(), p.record);
                 } else {
                     out.add(p.record, QStringLiteral("PA_POS_NR"),
-                            QStringLiteral("post number %1 is held by active record %2 as well")
+                            out.say("posnommer %1 word ook deur aktiewe rekord %2 gehou",
+                                    "post number %1 is held by active record %2 as well")
                                 .arg(p.post)
                                 .arg(it.value()));
                 }
@@ -551,22 +580,23 @@ void Checker::check_companion(const Layout& layout, const Field& key, bool activ
     first.reserve(qsizetype(all_posts_.size()));
     std::vector<std::pair<int, QString>> orphans;
     {
-        FileFindings out(out_, path);
+        FileFindings out(out_, path, t_.afrikaans);
         const bool present =
             check_record_file(t_.folders.staff, layout, [&](int number, const char* bytes) {
                 const QString k = text_at(bytes, key);
                 if (k.isEmpty()) {
-                    out.add(number, field_name(key, 0),
-                            QStringLiteral("a record without a post number"));
+                    out.add(
+                        number, field_name(key, 0),
+                        out.say("'n rekord sonder 'n posnommer", "a record without a post number"));
                     return;
                 }
                 const auto it = first.constFind(k.toUpper());
                 if (it != first.constEnd()) {
-                    out.add(
-                        number, field_name(key, 0),
-                        QStringLiteral("a second record of post number %1 (the first is record %2)")
-                            .arg(k)
-                            .arg(it.value()));
+                    out.add(number, field_name(key, 0),
+                            out.say("'n tweede rekord van posnommer %1 (die eerste is rekord %2)",
+                                    "a second record of post number %1 (the first is record %2)")
+                                .arg(k)
+                                .arg(it.value()));
                     return;
                 }
                 first.insert(k.toUpper(), number);
@@ -576,17 +606,22 @@ void Checker::check_companion(const Layout& layout, const Field& key, bool activ
             });
         for (const auto& [number, k] : orphans) {
             out.add(number, field_name(key, 0),
-                    QStringLiteral("no staff record has post number %1").arg(k));
+                    out.say("geen personeelrekord het posnommer %1 nie",
+                            "no staff record has post number %1")
+                        .arg(k));
         }
         if (!present && kept_.empty()) {
             return;
         }
     }
-    FileFindings out(out_, join(t_.folders.staff, QStringLiteral("prs_alg_random.txt")));
+    FileFindings out(out_, join(t_.folders.staff, QStringLiteral("prs_alg_random.txt")),
+                     t_.afrikaans);
     for (const Kept& k : kept_) {
         if ((k.active || !active_only) && !first.contains(k.key)) {
             out.add(k.record, QStringLiteral("PA_POS_NR"),
-                    QStringLiteral("post number %1 has no record in %2").arg(k.post, file));
+                    out.say("posnommer %1 het geen rekord in %2 nie",
+                            "post number %1 has no record in %2")
+                        .arg(k.post, file));
         }
     }
 }
@@ -597,7 +632,7 @@ void Checker::check_locks() {
     for (const StaleLock& s : stale_locks(t_)) {
         freeable.insert(s.record);
     }
-    FileFindings out(out_, path);
+    FileFindings out(out_, path, t_.afrikaans);
     check_record_file(t_.folders.general_year, store::LOCK, [&](int number, const char* b) {
         const QString why = why_stale(t_, b);
         if (why.isEmpty()) {
@@ -606,15 +641,18 @@ void Checker::check_locks() {
         out.add(number, {}, why);
         if (!freeable.contains(number)) {
             out.add(number, {},
-                    QStringLiteral("an earlier slot holds the same lock: free it by hand"));
+                    out.say("'n vroeër gleuf hou dieselfde slot: maak dit met die hand vry",
+                            "an earlier slot holds the same lock: free it by hand"));
         }
     });
 }
 
 void Checker::check_leftovers() {
     for (const QString& path : leftover_files(t_)) {
-        FileFindings out(out_, path);
-        out.add(0, {}, QStringLiteral("left behind by an interrupted replace"));
+        FileFindings out(out_, path, t_.afrikaans);
+        out.add(0, {},
+                out.say("agtergelaat deur 'n onderbroke vervanging",
+                        "left behind by an interrupted replace"));
     }
 }
 
@@ -640,7 +678,9 @@ const SettingsFile kSettingsFiles[] = {
 void check_quoted(const QString& native, int values_per_line, bool one_text, FileFindings& out) {
     const std::optional<QByteArray> bytes = quoted::read_file(native);
     if (!bytes) {
-        out.add(0, {}, QStringLiteral("cannot be read, or larger than a settings file can be"));
+        out.add(0, {},
+                out.say("kan nie gelees word nie, of groter as wat 'n instellingslêer kan wees",
+                        "cannot be read, or larger than a settings file can be"));
         return;
     }
     quoted::Reader reader(*bytes);
@@ -652,22 +692,25 @@ void check_quoted(const QString& native, int values_per_line, bool one_text, Fil
         values += int(v.size());
         for (std::size_t i = 0; i < v.size(); ++i) {
             if (v[i].kind == quoted::Value::Kind::Invalid) {
-                out.add(line, QStringLiteral("value %1").arg(i + 1),
-                        QStringLiteral("does not parse: %1").arg(v[i].text.left(40)));
+                out.add(line, out.say("waarde %1", "value %1").arg(i + 1),
+                        out.say("is onleesbaar: %1", "does not parse: %1").arg(v[i].text.left(40)));
             } else if (one_text && v[i].kind != quoted::Value::Kind::Text) {
-                out.add(line, QStringLiteral("value %1").arg(i + 1),
-                        QStringLiteral("is not a quoted text"));
+                out.add(
+                    line, out.say("waarde %1", "value %1").arg(i + 1),
+                    out.say("is nie 'n teks tussen aanhalingstekens nie", "is not a quoted text"));
             }
         }
         if (values_per_line > 0 && !v.empty() && int(v.size()) != values_per_line) {
             out.add(line, {},
-                    QStringLiteral("%1 values where a line holds %2")
+                    out.say("%1 waardes waar 'n reël %2 hou", "%1 values where a line holds %2")
                         .arg(v.size())
                         .arg(values_per_line));
         }
     }
     if (one_text && values != 1) {
-        out.add(0, {}, QStringLiteral("%1 values where the file holds one").arg(values));
+        out.add(0, {},
+                out.say("%1 waardes waar die lêer een hou", "%1 values where the file holds one")
+                    .arg(values));
     }
 }
 
@@ -678,7 +721,7 @@ void Checker::check_settings() {
             continue;
         }
         const QString path = join(folder, QString::fromLatin1(s.name));
-        FileFindings out(out_, path);
+        FileFindings out(out_, path, t_.afrikaans);
         const QString native = readable(path, out);
         if (!native.isEmpty()) {
             check_quoted(native, s.values_per_line, false, out);
@@ -702,10 +745,10 @@ void Checker::check_calendars() {
             continue;
         }
         const QString path = join(folder, name);
-        FileFindings out(out_, path);
+        FileFindings out(out_, path, t_.afrikaans);
         const QString month = name.mid(prefix.size()).chopped(t_.year.size() + 1);
         if (!months.contains(month.toUpper())) {
-            out.add(0, {}, QStringLiteral("\"%1\" is no month").arg(month));
+            out.add(0, {}, out.say("\"%1\" is geen maand nie", "\"%1\" is no month").arg(month));
         }
         const QString native = readable(path, out);
         if (!native.isEmpty()) {
@@ -723,10 +766,13 @@ void Checker::check_remarks() {
         if (dot < 0 || (kind != u"personeel_opmerkings" && kind != u"privaat_opmerkings")) {
             continue;
         }
-        FileFindings out(out_, path);
+        FileFindings out(out_, path, t_.afrikaans);
         const QString post = name.mid(dot + 1);
         if (!all_posts_.contains(post.trimmed().toUpper())) {
-            out.add(0, {}, QStringLiteral("no staff record has post number %1").arg(post));
+            out.add(0, {},
+                    out.say("geen personeelrekord het posnommer %1 nie",
+                            "no staff record has post number %1")
+                        .arg(post));
         }
         const QString native = readable(path, out);
         if (native.isEmpty()) {
@@ -734,9 +780,11 @@ void Checker::check_remarks() {
         }
         QFile f(native);
         if (!f.open(QIODevice::ReadOnly)) {
-            out.add(0, {}, QStringLiteral("cannot be read: %1").arg(f.errorString()));
+            out.add(
+                0, {},
+                out.say("kan nie gelees word nie: %1", "cannot be read: %1").arg(f.errorString()));
         } else if (f.size() > 0 && !f.read(5).startsWith("{\\rtf")) {
-            out.add(0, {}, QStringLiteral("not rich text"));
+            out.add(0, {}, out.say("geen ryk teks nie", "not rich text"));
         }
     }
 }
@@ -748,8 +796,9 @@ std::vector<Finding> Checker::run() {
         const bool present = check_record_file(t_.folders.general_year, *l);
         if (!present && l == &store::SKL) {
             FileFindings out(out_,
-                             join(t_.folders.general_year, QStringLiteral("skl_dta_random.txt")));
-            out.add(0, {}, QStringLiteral("the school file is missing"));
+                             join(t_.folders.general_year, QStringLiteral("skl_dta_random.txt")),
+                             t_.afrikaans);
+            out.add(0, {}, out.say("die skoollêer ontbreek", "the school file is missing"));
         }
     }
     check_locks();

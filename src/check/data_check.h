@@ -38,6 +38,7 @@ struct CheckTree {
     // Whether a program of that executable name ("KORVEL") runs on this workstation for the
     // user; nullopt when the system cannot tell.
     std::function<std::optional<bool>(const QString& program)> program_running;
+    bool afrikaans = false;  // the language of the findings
 };
 
 // The tree as the program would find it, read only: the executable's folders through the drive

@@ -11,7 +11,8 @@ namespace korvel::check {
 CheckTree tree_of(const shell::Session& session) {
     const QString user = session.user_name.isEmpty() ? platform::current_user() : session.user_name;
     return {session.fs().drives(),    session.folders, session.ledger_year,
-            user.trimmed().toUpper(), session.today(), program_running_here};
+            user.trimmed().toUpper(), session.today(), program_running_here,
+            session.afrikaans};
 }
 
 QWidget* open_data_check(shell::Session& session, QWidget* parent) {

@@ -219,6 +219,18 @@ TEST(DataCheck, EachFaultGivesItsFinding) {
     }
 }
 
+TEST(DataCheck, FindingsComeInTheLanguageAskedFor) {
+    Tree t;
+    make_demo(t);
+    const QByteArray all = read(t.staff("prs_alg_random.txt"));
+    write(t.staff("prs_alg_random.txt"), all.left(all.size() - 100));
+    patch(t.staff("prs_alg_random.txt"), 4103, 3, 3032, as_bytes(std::int16_t(-5)));
+    const CliRun r = check(t, {"--lang", "af"});
+    EXPECT_EQ(r.lines.filter(QString::fromUtf8("4003 grepe bly oor")).size(), 1);
+    EXPECT_EQ(r.lines.filter(QString::fromUtf8("-5 is nie jare nie (0 tot 99)")).size(), 1)
+        << r.lines.join('\n').toStdString();
+}
+
 TEST(DataCheck, ATreeThatIsNotThereCannotBeRead) {
     Tree t;
     make_demo(t);
