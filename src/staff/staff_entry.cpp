@@ -812,7 +812,8 @@ void StaffEntry::ensure_appointment_and_experience() {
         if (dates_missing()) {
             session_.dialogs().message(
                 session_.tr("AANSTELLINGSDATUMS onvolledig. Korrigeer asb...",
-                            "APPOINTMENT DATES incomplete. Please correct..."));
+                            "APPOINTMENT DATES incomplete. Please correct..."),
+                ui::Icon::Critical);
             Appointments form(session_, educators());
             session_.dialogs().show_modal(form);
             shown = form.loaded;
@@ -821,7 +822,8 @@ void StaffEntry::ensure_appointment_and_experience() {
         if (years_missing()) {
             session_.dialogs().message(
                 session_.tr("JARE ONDERVING IN ONDERWYS onvolledig. Korrigeer asb...",
-                            "YEARS EXPERIENCE IN TEACHING incomplete. Please correct..."));
+                            "YEARS EXPERIENCE IN TEACHING incomplete. Please correct..."),
+                ui::Icon::Critical);
             Experience form(session_);
             session_.dialogs().show_modal(form);
             shown = form.loaded || shown;

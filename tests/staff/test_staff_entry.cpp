@@ -162,6 +162,7 @@ TEST_F(Entry, ANewEducatorLandsOnDiskAsTheFieldsSay) {
     EXPECT_TRUE(tree.dialogs.texts().contains("APPOINTMENT DATES incomplete. Please correct..."));
     EXPECT_TRUE(tree.dialogs.texts().contains(
         "YEARS EXPERIENCE IN TEACHING incomplete. Please correct..."));
+    expect_messages_critical();
 }
 
 TEST_F(Entry, TheCompletenessLoopEndsOnlyWithDatesAndYearsInEducation) {
