@@ -104,6 +104,7 @@ std::span<const AddressBox> address_boxes() {
 AddressFamily::AddressFamily(shell::Session& session) : session_(session) {}
 
 void AddressFamily::form_load() {
+    master_ = hold_working_record(session_, Code::PRSALG);
     const store::Record& r = session_.working(Code::PRSALG);
     caption = shell::staff_heading(r);
     closed = false;
@@ -150,7 +151,11 @@ void AddressFamily::data_ok_click() {
 }
 
 void AddressFamily::save_address() {
-    store::Record edited = session_.working(Code::PRSALG);
+    std::optional<store::Record> found = read_held_for_edit(session_, master_);
+    if (!found) {
+        return;
+    }
+    store::Record& edited = *found;
     for (const AddressBox& b : kAddressBoxes) {
         if (b.field->type == FieldType::Date) {
             // A date that cannot be read, like a blank box, stores the empty date.
@@ -164,7 +169,7 @@ void AddressFamily::save_address() {
             b.code_box == 0 ? prs_data[b.box] : join_phone(prs_data[b.code_box], prs_data[b.box]);
         edited.set_text(*b.field, value, b.slot);
     }
-    closed = write_master_record(session_, edited);
+    closed = write_held_record(session_, edited, master_);
 }
 
 }  // namespace korvel::staff

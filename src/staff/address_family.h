@@ -74,6 +74,7 @@ class AddressFamily : public ui::ChildForm {
     void staff_exit_click() { closed = true; }
 
   private:
+    HeldRecord master_;  // the person's master record, found again by key before a write
     void save_address();
     shell::Session& session_;
 };

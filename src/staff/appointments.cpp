@@ -23,6 +23,7 @@ Appointments::Appointments(shell::Session& session, bool educators)
 
 void Appointments::form_load() {
     const shell::Session& s = session_;
+    master_ = hold_working_record(session_, Code::PRSALG);
     const store::Record& r = session_.working(Code::PRSALG);
     caption = shell::staff_heading(r);
     loaded = true;
@@ -135,7 +136,11 @@ void Appointments::grid_ok_click() {
         closed = true;
         return;
     }
-    store::Record edited = session_.working(Code::PRSALG);
+    std::optional<store::Record> found = read_held_for_edit(session_, master_);
+    if (!found) {
+        return;
+    }
+    store::Record& edited = *found;
     edited.set_date(PRSALG["PA_DTM_AAN"], typed_date(dtm_data[1]));
     edited.set_date(PRSALG["PA_DTM_SKL"], typed_date(dtm_data[2]));
     if (educators_) {
@@ -146,7 +151,7 @@ void Appointments::grid_ok_click() {
             edited.set_date(PRSALG["PA_DTM"], typed_date(aan_grid.cell(row, kDateColumn)), row);
         }
     }
-    closed = write_master_record(session_, edited);
+    closed = write_held_record(session_, edited, master_);
 }
 
 }  // namespace korvel::staff

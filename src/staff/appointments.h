@@ -52,6 +52,7 @@ class Appointments : public ui::ChildForm {
     void staff_exit_click() { closed = true; }
 
   private:
+    HeldRecord master_;  // the person's master record, found again by key before a write
     // The calendar on a date text: a blank one gets today first.
     void pick_date(QString& text, const QString& label);
 

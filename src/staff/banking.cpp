@@ -149,6 +149,7 @@ std::span<const BankBox> bank_boxes() {
 BankingDetails::BankingDetails(shell::Session& session) : session_(session) {}
 
 void BankingDetails::form_load() {
+    master_ = hold_working_record(session_, Code::PRSALG);
     const store::Record& r = session_.working(Code::PRSALG);
     caption = shell::staff_heading(r);
     closed = false;
@@ -203,7 +204,11 @@ void BankingDetails::data_ok_click() {
     }
     // The boxes go to a copy first, so that an amount the field cannot hold leaves the record
     // in memory and on disk as it was.
-    store::Record edited = session_.working(Code::PRSALG);
+    std::optional<store::Record> found = read_held_for_edit(session_, master_);
+    if (!found) {
+        return;
+    }
+    store::Record& edited = *found;
     for (const BankBox& b : kBankBoxes) {
         if (b.field->type != FieldType::Int16) {
             // Cut to the width: the yes/no boxes keep the first letter, "J", "N" or "Y".
@@ -225,7 +230,7 @@ void BankingDetails::data_ok_click() {
             return;
         }
     }
-    closed = write_master_record(session_, edited);
+    closed = write_held_record(session_, edited, master_);
 }
 
 }  // namespace korvel::staff

@@ -11,6 +11,7 @@
 #include <span>
 
 #include "staff/address_family.h"
+#include "staff/detail_common.h"
 
 namespace korvel::staff {
 
@@ -71,6 +72,7 @@ class BankingDetails : public ui::ChildForm {
     void staff_exit_click() { closed = true; }
 
   private:
+    HeldRecord master_;  // the person's master record, found again by key before a write
     shell::Session& session_;
 };
 

@@ -62,27 +62,28 @@ void cannot_write_message(shell::Session& session, store::Code code) {
         ui::Icon::Critical);
 }
 
-bool write_master_record(shell::Session& session, const store::Record& edited) {
-    store::Record& working = session.working(Code::PRSALG);
-    const store::Record before = working;
-    working = edited;
-    if (session.write_record(Code::PRSALG, session.state(Code::PRSALG).current)) {
-        return true;
+std::optional<store::Record> read_held_for_edit(shell::Session& session, HeldRecord& held) {
+    if (!read_held_record(session, held)) {
+        cannot_write_message(session, held.code);
+        return std::nullopt;
     }
-    working = before;
-    cannot_write_message(session, Code::PRSALG);
-    return false;
+    return session.working(held.code);
 }
 
-bool write_master_record(shell::Session& session, const store::Record& edited, HeldRecord& held) {
+bool write_held_record(shell::Session& session, const store::Record& edited, HeldRecord& held) {
     if (!read_held_record(session, held)) {
-        cannot_write_message(session, Code::PRSALG);
+        cannot_write_message(session, held.code);
         return false;
     }
-    if (!write_master_record(session, edited)) {
+    store::Record& working = session.working(held.code);
+    const store::Record before = working;
+    working = edited;
+    if (!session.write_record(held.code, held.number)) {
+        working = before;
+        cannot_write_message(session, held.code);
         return false;
     }
-    held = hold_working_record(session, Code::PRSALG);
+    held = hold_working_record(session, held.code);
     return true;
 }
 

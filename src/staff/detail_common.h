@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 #include "shell/session.h"
 #include "store/record.h"
@@ -36,13 +37,13 @@ HeldRecord hold_working_record(shell::Session& session, store::Code code);
 // looked for at its number). False when no record holds it any more.
 bool read_held_record(shell::Session& session, HeldRecord& held);
 
-// Puts the edited copy of the master record in memory and writes it at the current record
-// number. When the write fails the user is told, the record in memory goes back to what it was
-// and false is returned.
-bool write_master_record(shell::Session& session, const store::Record& edited);
-// The same for a form that holds its record: the record is found again by its key, the edited
-// copy written over it, and the key follows a changed post number.
-bool write_master_record(shell::Session& session, const store::Record& edited, HeldRecord& held);
+// The held record read again, for a form to take its edit from. nullopt, the user told, when no
+// record holds its key any more.
+std::optional<store::Record> read_held_for_edit(shell::Session& session, HeldRecord& held);
+// Writes the edited copy of a held record over that record, found again by its key, and lets the
+// key follow a changed post number. When the write fails the user is told, the record in memory
+// goes back to what it was and false is returned.
+bool write_held_record(shell::Session& session, const store::Record& edited, HeldRecord& held);
 // The message of a record file that cannot be written: "KAN NIE  <path>  SKRYF NIE!".
 void cannot_write_message(shell::Session& session, store::Code code);
 

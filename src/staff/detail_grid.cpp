@@ -55,22 +55,3 @@ void tell_number_too_large(shell::Session& session, const QString& label) {
 }
 
 }  // namespace korvel::staff
-
-namespace korvel::staff {
-
-bool write_working_record(shell::Session& session, store::Code code, const store::Record& edited) {
-    store::Record& working = session.working(code);
-    const store::Record before = working;
-    working = edited;
-    if (session.is_open(code) && session.write_record(code, session.state(code).current)) {
-        return true;
-    }
-    working = before;
-    session.dialogs().message(session.tr("KAN NIE  ", "CANNOT WRITE  ") +
-                                  QString::fromLatin1(store::layout_of(code).file_name) +
-                                  session.tr("  SKRYF NIE!", "  !"),
-                              ui::Icon::Critical);
-    return false;
-}
-
-}  // namespace korvel::staff

@@ -53,11 +53,3 @@ bool typed_int16(const QString& text, long long& value);
 void tell_number_too_large(shell::Session& session, const QString& label);
 
 }  // namespace korvel::staff
-
-namespace korvel::staff {
-
-// Puts the edited copy of a record in memory and writes it at the current record number of its
-// file; when that fails the user is told and the record in memory stays as it was.
-bool write_working_record(shell::Session& session, store::Code code, const store::Record& edited);
-
-}  // namespace korvel::staff

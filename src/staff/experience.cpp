@@ -132,6 +132,8 @@ Experience::Experience(shell::Session& session) : session_(session) {}
 
 void Experience::form_load() {
     const shell::Session& s = session_;
+    master_ = hold_working_record(session_, Code::PRSALG);
+    additional_ = hold_working_record(session_, Code::PRSADD);
     const Record& master = session_.working(Code::PRSALG);
     const Record& additional = session_.working(Code::PRSADD);
     caption = shell::staff_heading(master);
@@ -311,8 +313,14 @@ void Experience::jre_ok_click() {
     }
     // Every value goes into copies first: a number that does not fit leaves all three records
     // as they were, in memory and on disk.
-    Record additional = session_.working(Code::PRSADD);
-    Record master = session_.working(Code::PRSALG);
+    std::optional<Record> found_additional = read_held_for_edit(session_, additional_);
+    std::optional<Record> found_master =
+        found_additional ? read_held_for_edit(session_, master_) : std::nullopt;
+    if (!found_master) {
+        return;
+    }
+    Record& additional = *found_additional;
+    Record& master = *found_master;
     Record subjects = subjects_.record;
     bool fits = true;
     const auto take = [&](Record& r, const Field& f, int index, const QString& text,
@@ -351,8 +359,8 @@ void Experience::jre_ok_click() {
         return;
     }
     // The post level is written at once, then the master record, then the subjects.
-    if (!write_working_record(session_, Code::PRSADD, additional) ||
-        !write_master_record(session_, master)) {
+    if (!write_held_record(session_, additional, additional_) ||
+        !write_held_record(session_, master, master_)) {
         return;
     }
     subjects_.record = subjects;

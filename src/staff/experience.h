@@ -77,6 +77,8 @@ class Experience : public ui::ChildForm {
     void staff_exit_click() { closed = true; }
 
   private:
+    HeldRecord master_;  // the person's master record, found again by key before a write
+    HeldRecord additional_;
     void fill_subjects_grid();
 
     shell::Session& session_;

@@ -137,6 +137,8 @@ void Qualifications::form_load() {
     const shell::Session& s = session_;
     master_ = session_.working(Code::PRSALG);
     additional_ = session_.working(Code::PRSADD);
+    held_master_ = hold_working_record(session_, Code::PRSALG);
+    held_additional_ = hold_working_record(session_, Code::PRSADD);
     caption = shell::staff_heading(master_);
     loaded = true;
     closed = false;
@@ -462,8 +464,8 @@ void Qualifications::store_qualifications() {
         }
         master.set_int16(PRSALG["PK_JAAR"], year, row);
     }
-    if (write_master_record(session_, master) &&
-        write_working_record(session_, Code::PRSADD, additional)) {
+    if (write_held_record(session_, master, held_master_) &&
+        write_held_record(session_, additional, held_additional_)) {
         closed = true;
     }
 }

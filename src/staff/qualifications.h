@@ -75,6 +75,8 @@ class Qualifications : public ui::ChildForm {
     void load_subjects();
 
   private:
+    HeldRecord held_master_;  // where master_ and additional_ were read, found again by key
+    HeldRecord held_additional_;
     void show_subject_list(int row);
     bool store_subjects();
     void store_qualifications();

@@ -743,7 +743,7 @@ bool StaffEntry::save_record() {
     const int years = std::max(
         {r.int16(in_education), r.int16(PRSALG["PO_JRE_SKL"]), r.int16(PRSALG["PO_JRE_PRV"])});
     r.set_int16(in_education, years);
-    if (!write_master_record(session_, r, master_)) {
+    if (!write_held_record(session_, r, master_)) {
         return false;
     }
 

@@ -4,7 +4,11 @@
 #include <limits>
 
 #include "detail_fixture.h"
+#include "staff/address_family.h"
 #include "staff/appointments.h"
+#include "staff/banking.h"
+#include "staff/experience.h"
+#include "staff/qualifications.h"
 
 using namespace korvel;
 using namespace korvel::staff;
@@ -12,6 +16,45 @@ using korvel::testing::DetailTree;
 using store::PRSALG;
 
 namespace {
+
+// A child form (the attendance register's month scan, for one) may leave another person in the
+// working records; each detail form still writes its own person's records, found by key.
+TEST(DetailForms, EachWritesItsOwnPersonWhateverTheWorkingRecordHolds) {
+    using Save = std::function<bool(shell::Session&)>;
+    const auto form = [](auto make, auto ok) -> Save {
+        return [=](shell::Session& s) {
+            auto f = make(s);
+            f.form_load();
+            s.read_record(store::Code::PRSALG, 1);
+            s.read_record(store::Code::PRSADD, 1);
+            ok(f);
+            return f.closed;
+        };
+    };
+    const std::pair<const char*, Save> cases[] = {
+        {"address",
+         form([](auto& s) { return AddressFamily(s); }, [](auto& f) { f.data_ok_click(); })},
+        {"banking",
+         form([](auto& s) { return BankingDetails(s); }, [](auto& f) { f.data_ok_click(); })},
+        {"appointments",
+         form([](auto& s) { return Appointments(s, true); }, [](auto& f) { f.grid_ok_click(); })},
+        {"experience",
+         form([](auto& s) { return Experience(s); }, [](auto& f) { f.jre_ok_click(); })},
+        {"qualifications",
+         form([](auto& s) { return Qualifications(s); }, [](auto& f) { f.grid_ok_click(); })},
+    };
+    for (const auto& [name, save] : cases) {
+        SCOPED_TRACE(name);
+        DetailTree tree;
+        const QByteArray other_master = tree.on_disk(store::PRSALG, 1).bytes();
+        const QByteArray other_additional = tree.on_disk(store::PRSADD, 1).bytes();
+        EXPECT_TRUE(save(tree.session));
+        EXPECT_EQ(tree.on_disk(store::PRSALG, 1).bytes(), other_master);
+        EXPECT_EQ(tree.on_disk(store::PRSADD, 1).bytes(), other_additional);
+        EXPECT_EQ(tree.on_disk(store::PRSALG, tree.number).text(PRSALG["PA_VAN"]).trimmed(),
+                  "DU TOIT");
+    }
+}
 
 TEST(Appointments, DatesRowsAndTypeLettersByLanguage) {
     for (const bool af : {true, false}) {
@@ -52,6 +95,7 @@ TEST(Appointments, DatesRowsAndTypeLettersByLanguage) {
 TEST(Appointments, EmployeesSetTheDatesOnly) {
     DetailTree tree;
     tree.master().set_text(PRSALG["PA_WAAR"], "KEEP", 1);
+    tree.session.write_record(store::Code::PRSALG, tree.number);
     Appointments a(tree.session, false);
     a.form_load();
     a.aan_grid_click(1);
