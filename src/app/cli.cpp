@@ -10,6 +10,7 @@
 #include "platform/executable.h"
 #include "platform/process_end.h"
 #include "reports/cli_print.h"
+#include "reports/cli_print_lists.h"
 #include "shell/demo_tree.h"
 #include "shell/session.h"
 #include "shell/startup.h"
@@ -203,8 +204,8 @@ int info(const QStringList& args, QTextStream& out, QTextStream& err) {
 
 int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (args.isEmpty() || args.first() == u"--help" || args.first() == u"help") {
-        (args.isEmpty() ? err : out)
-            << kUsage << kSubjectsListUsage << kSubjectsRebuildUsage << reports::kPrintUsage;
+        (args.isEmpty() ? err : out) << kUsage << kSubjectsListUsage << kSubjectsRebuildUsage
+                                     << reports::kPrintUsage << reports::kFormListsPrintUsage;
         return args.isEmpty() ? 2 : 0;
     }
     try {

@@ -8,6 +8,7 @@
 #include "platform/drive_map.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
+#include "reports/cli_print_lists.h"
 #include "reports/painter_device.h"
 #include "reports/recording_device.h"
 #include "reports/school_report.h"
@@ -285,6 +286,8 @@ int run(const PrintOptions& o, QTextStream& out, QTextStream& err) {
 }  // namespace
 
 int print_report(const QStringList& args, QTextStream& out, QTextStream& err) {
+    if (is_form_list_report(args.value(1)))
+        return print_form_list_report(args, out, err);
     QString why;
     const std::optional<PrintOptions> options = parse(args, &why);
     if (!options) {

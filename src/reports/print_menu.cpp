@@ -1,5 +1,6 @@
 #include "reports/print_menu.h"
 
+#include "reports/list_openers.h"
 #include "reports/staff_lists.h"
 #include "shell/session.h"
 
@@ -95,6 +96,7 @@ void register_staff_lists(PrintMenu& menu, shell::Session& session, PrintJob& jo
             form.exit_click();
         });
     }
+    register_form_lists(menu, session, job, host);
 }
 
 }  // namespace korvel::reports

@@ -18,6 +18,7 @@
 #include "reports/print_menu.h"
 #include "reports/print_target_host.h"
 #include "reports/school_report.h"
+#include "reports/selection_lists_form.h"
 #include "reports/staff_lists.h"
 
 namespace korvel::reports {
@@ -77,6 +78,7 @@ void register_print_menu_form(ui::QtDialogs& dialogs) {
     dialogs.register_form(QStringLiteral("staff_kies_druk"), [](ui::ChildForm& f, QWidget* p) {
         show_print_menu_form(static_cast<PrintMenu&>(f), p);
     });
+    register_selection_lists_forms(dialogs);
 }
 void show_print_menu(shell::Session& session, QWidget* parent) {
     QtPrintTargetHost host(parent);

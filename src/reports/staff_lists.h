@@ -17,6 +17,7 @@
 #include "platform/dialogs.h"
 #include "reports/print_grid.h"
 #include "reports/report_engine.h"
+#include "reports/staff_selection.h"
 #include "store/record.h"
 
 namespace korvel::shell {
@@ -25,25 +26,11 @@ class Session;
 
 namespace korvel::reports {
 
-class PrintTargetHost;
-
 // The options of the form, as the print menu opens it.
 inline constexpr int kStaffListOption = 1;
 inline constexpr int kAddressListOption = 2;
 inline constexpr int kBirthdayListOption = 3;
 inline constexpr int kStaffDetailsOption = 4;
-
-// kies_volgorde
-enum class StaffOrder { Alphabetic, Numeric };
-// kies_administratief: administrative staff only, included or excluded
-enum class AdminChoice { Only, Included, Excluded };
-
-// One entry of prs_lys.
-struct StaffListEntry {
-    QString post;    // PA_POS_NR, trimmed
-    int record = 0;  // record number in the master file
-    QString text;    // as the list shows it: post number and name
-};
 
 // The sections of the staff details, in the order they print. The class tick (prs_kls) is kept
 // with the form's values but has no rows of its own.
@@ -58,10 +45,8 @@ enum StaffSection {
     kSectionCount
 };
 
-class StaffLists : public ui::ChildForm {
+class StaffLists : public ui::ChildForm, public StaffSelection {
   public:
-    // The job carries the device and the print state; the host shows the print target form.
-    // Without a host (the command line) `choose_target` must be set.
     StaffLists(shell::Session& session, PrintJob& job, int option, PrintTargetHost* host = nullptr);
     ~StaffLists() override;
 
@@ -69,19 +54,7 @@ class StaffLists : public ui::ChildForm {
 
     // ---- the form's values ----
     int option = kStaffListOption;
-    QString caption;                  // the form's heading
-    std::array<QString, 3> pos_data;  // 1 and 2: first and last entry of the range
-    std::array<QString, 3> pos_teks;  // their labels
-    int pos_focus = 1;                // the pos_data box a click in the list fills
-    std::vector<StaffListEntry> prs_lys;
-    StaffOrder kies_volgorde = StaffOrder::Alphabetic;
-    QStringList volgorde_captions;
-    // Education department, governing body, PYEI: "O", "B", "P".
-    std::array<bool, 3> kies_aanstelling{true, true, true};
-    QStringList aanstelling_captions;
-    AdminChoice kies_administratief = AdminChoice::Included;
-    QString administratief_caption;
-    QStringList administratief_captions;
+    QString caption;               // the form's heading
     std::array<QDate, 3> jr_data;  // 1 and 2: the birthday period
     std::array<QString, 3> jr_teks;
     QString slegs_ouderdomslys_caption;
@@ -89,13 +62,8 @@ class StaffLists : public ui::ChildForm {
     std::array<bool, kSectionCount> sections{true, true, true, true, true, true, true};
     bool visible = false;
 
-    // The print target: ask_print_target with the host when not set. True to go on.
-    std::function<bool(PrintJob&)> choose_target;
-
     // ---- events ----
     void form_load();
-    void pos_data_got_focus(int index);
-    void prs_lys_click(int row);
     void kr_ok_click();
     void vj_ok_click();
     void slegs_ouderdomslys_click();
@@ -109,38 +77,24 @@ class StaffLists : public ui::ChildForm {
     bool print_staff_details();
 
     // ---- the grids, as the lists fill them ----
-    // The record numbers the selection takes, in list order.
-    std::vector<int> selected_records();
     PrintGrid staff_list_grid();
     PrintGrid address_list_grid();
     PrintGrid birthday_list_grid();
     PrintGrid age_list_grid();
     PrintGrid staff_details_grid(int record);
 
-    // The name of the staff list: surname, the initials and the title.
-    static QString list_name(const store::Record& staff);
     // "45:03": whole years and months from birth to the day.
     static QString age_text(const QDate& birth, const QDate& day);
     // The birthday of the date of birth that falls in the period, or a null date.
     static QDate birthday_in(const QDate& birth, const QDate& from, const QDate& to);
 
   private:
-    QString tr(const char* af, const char* en) const;
     bool western_cape() const;
-    // Opens the staff files a list reads; the ones opened here close in close_files.
     void open_files();
-    void close_files();
-    bool start(const QString& name);
-    // The loop of a grid report: header, grid, continuation, until the grid is done.
-    void print_pages(PrintGrid& grid, const QString& title, const QString& subtitle = {});
     QString lurits_of(const QString& id);
     QString cemis_of(const QString& post);
     void load_companions();
 
-    shell::Session& s_;
-    PrintJob& job_;
-    PrintTargetHost* host_;
-    std::vector<int> opened_;  // codes opened by this form
     QHash<QString, QString> lurits_;
     QHash<QString, QString> cemis_;
     bool companions_loaded_ = false;

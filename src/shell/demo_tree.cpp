@@ -10,6 +10,8 @@
 
 #include "shell/demo_tree.h"
 
+#include "shell/demo_roster.h"
+
 #include "store/default_reasons.h"
 
 #include <QDate>
@@ -1109,6 +1111,7 @@ DemoSummary write_demo_tree(const QString& native_root, int year, ui::Dialogs& d
         YearWriter writer(*session, year, current, people, summary.files);
         writer.run();
         if (current) {
+            write_demo_roster(*session, summary.files);
             summary.staff = writer.staff;
             summary.inactive = writer.inactive;
             summary.deleted = writer.deleted;

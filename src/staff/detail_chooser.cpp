@@ -7,6 +7,7 @@
 #include "staff/banking.h"
 #include "staff/experience.h"
 #include "staff/qualifications.h"
+#include "timetable/staff_timetable.h"
 
 namespace korvel::staff {
 
@@ -47,6 +48,7 @@ bool detail_form_available(StaffDetail detail) {
         case StaffDetail::Experience:
         case StaffDetail::Attendance:
         case StaffDetail::Leave:
+        case StaffDetail::Timetable:
             return true;
         default:
             return false;
@@ -88,6 +90,13 @@ bool open_detail_form(shell::Session& session, StaffDetail detail, bool educator
         case StaffDetail::Leave: {
             attendance::LeaveCapture form(session);
             session.dialogs().show_modal(form);
+            return true;
+        }
+        case StaffDetail::Timetable: {
+            timetable::StaffTimetable form(session);
+            form.form_load();
+            session.dialogs().show_modal(form);
+            form.exit_click();
             return true;
         }
         default:

@@ -18,6 +18,7 @@
 #include "staff/staff_entry.h"
 #include "staff/staff_entry_form.h"
 #include "store/record_layouts.h"
+#include "timetable/staff_timetable_form.h"
 
 namespace korvel::staff {
 
@@ -61,5 +62,6 @@ void register_detail_chooser_form(ui::QtDialogs& dialogs) {
     dialogs.register_form(QStringLiteral("staff_kies_inlees"), [](ui::ChildForm& f, QWidget* p) {
         show_chooser(static_cast<DetailChooser&>(f), p);
     });
+    timetable::register_staff_timetable_form(dialogs);
 }
 }  // namespace korvel::staff

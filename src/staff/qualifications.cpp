@@ -15,78 +15,6 @@ using store::Record;
 
 namespace {
 
-const char* const kProf[] = {
-    "Primary Teacher’s Certificate",
-    "Secondary Teacher’s Certificate",
-    "Primary Teacher’s Diploma",
-    "Secondary Teacher’s Diploma",
-    "Bachelor of Education",
-    "Post Graduate Certificate in Education",
-    "Further Diploma in Education",
-    "Advanced Certificate in Education",
-    "Higher Diploma in Education",
-    "Advanced Certificate Teaching",
-    "Junior Primary Teacher’s Diploma",
-    "B.Tech in Education",
-    "National professional Diploma in Education",
-    "B.Ed Honors",
-    "MA (Education)",
-    "PHD (Education)",
-};
-const char* const kAkad[] = {"BA", "BSc", "B Com", "B Prim Ed", "Bachelor of Education"};
-const char* const kDetail[] = {
-    "Two year teacher’s certificate",
-    "Three-year Teachers’ Diploma/National Professional Diploma in Education",
-    "Four-year Higher Diploma in Education",
-    "Four-year professional teaching degree",
-    "Higher Diploma in Education (Post-Graduate)/Post-Graduate Certificate in Education",
-    "One-year Post-Professional Teachers’ Certificate (with specialization)",
-    "One-year Higher Diploma in Education",
-    "Diploma in Specialized Education",
-    "Further Diploma in Education",
-    "Advanced Certificate in Education",
-    "One-year National Higher Diploma/Bachelor of Technology (Education management/other "
-    "specialization)",
-    "Partially completed first Bachelor’s degree",
-    "Three-year Bachelor’s degree",
-    "Four-year Bachelor’s degree",
-    "Four-year Bachelor of Technology degree",
-    "Three-year National Diploma",
-    "Four-year National Higher Diploma",
-    "Post-Graduate Diploma (other than a HDE Post-Graduate)",
-    "Honours degree (including an old one-year B Ed/BEd Honours))",
-    "Master’s Degree",
-    "Doctors Degree",
-    "ABET Practitioner Certificate",
-    "ABET Practitioner Diploma",
-    "National N 3 to N 6 Certificates",
-    "Completed apprenticeship/passed trade test",
-    "National N Diploma",
-    "Other",
-};
-
-// Each type of qualification: its letter, its list, the array of its positions, its word.
-struct QualificationType {
-    QChar letter;
-    QualificationList list;
-    const Field* positions;
-    const char* af;
-    const char* en;
-};
-const QualificationType kTypes[] = {
-    {u'P', QualificationList::prof, &PRSADD["PD_KW_PROF"], "PROFESSIONEEL", "PROFESSIONAL"},
-    {u'A', QualificationList::akad, &PRSADD["PD_KW_AKAD"], "AKADEMIES", "ACADEMIC"},
-    {u'D', QualificationList::detail, &PRSADD["PD_KW_DETAIL"], "DETAIL", "DETAIL"},
-};
-const QualificationType* type_of(const QString& text) {
-    for (const QualificationType& t : kTypes) {
-        if (text.startsWith(t.letter)) {
-            return &t;
-        }
-    }
-    return nullptr;
-}
-
 // The saved code of a row whose name is blank: 65535, which the 16-bit field holds as -1 (the
 // bytes FF FF). It is no list position, so the load shows the row empty.
 constexpr int kNoPosition = -1;
@@ -100,27 +28,6 @@ int slot(const Field& f, int qualification, int subject) {
 }
 
 }  // namespace
-
-QStringList qualification_rows(QualificationList list) {
-    QStringList out;
-    const auto add = [&out](const auto& rows) {
-        for (const char* r : rows) {
-            out << QString::fromUtf8(r);
-        }
-    };
-    switch (list) {
-        case QualificationList::prof:
-            add(kProf);
-            break;
-        case QualificationList::akad:
-            add(kAkad);
-            break;
-        case QualificationList::detail:
-            add(kDetail);
-            break;
-    }
-    return out;
-}
 
 QStringList year_rows(const QDate& today) {
     QStringList out;
@@ -156,7 +63,7 @@ void Qualifications::form_load() {
                  s.tr("ANDER VAK", "OTHER SUBJECT")};
     kw_opsie = {QString(), s.tr("PROFESSIONEEL", "PROFESSIONAL"), s.tr("AKADEMIES", "ACADEMIC"),
                 s.tr("TIPE KWALIFIKASIE", "QUALIFICATION TYPE")};
-    for (const QualificationType& t : kTypes) {
+    for (const QualificationType& t : qualification_types()) {
         list(t.list) = {qualification_rows(t.list), -1, false};
     }
     jaar_lys = {year_rows(session_.today()), -1, false};
@@ -183,18 +90,13 @@ void Qualifications::load_qualifications() {
         const QString grde = master_.text(PRSALG["PK_GRDE"], row);
         if (grde.size() > 1) {
             // A qualification of an older version, kept as free text: shown as academic.
-            g.cell(row, kQName) = grde;
             g.cell(row, kQType) = session_.tr("AKADEMIES", "ACADEMIC");
-        } else if (const QualificationType* t = type_of(grde)) {
-            const QStringList& rows = list(t->list).rows;
-            const int position = additional_.int16(*t->positions, row);
-            if (position >= 1 && position <= rows.size()) {
-                g.cell(row, kQName) = rows[position - 1];
-            }
+        } else if (const QualificationType* t = qualification_type_of(grde)) {
             g.cell(row, kQType) = session_.tr(t->af, t->en);
         } else {
             continue;
         }
+        g.cell(row, kQName) = qualification_name(master_, additional_, row);
         g.cell(row, kQPlace) = master_.text(PRSALG["PK_WAAR"], row).trimmed();
         g.cell(row, kQYear) = QString::number(master_.int16(PRSALG["PK_JAAR"], row));
     }
@@ -234,7 +136,7 @@ void Qualifications::kwl_grid_click(int grid, int row) {
     }
     prs_data[2] = g.cell(row, kQPlace);
     prs_data[3] = g.cell(row, kQYear);
-    const QualificationType* t = type_of(prs_data[0]);
+    const QualificationType* t = qualification_type_of(prs_data[0]);
     prs_data[5].clear();
     box5_visible = t == nullptr || t->letter != u'D';
     if (t != nullptr && t->letter != u'D') {
@@ -259,7 +161,7 @@ void Qualifications::kw_opsie_click(int index) {
     if (index < 1 || index > 3) {
         return;
     }
-    const QualificationType& t = kTypes[index - 1];
+    const QualificationType& t = qualification_types()[size_t(index - 1)];
     for (PopupList& l : kwalifikasie_lys) {
         l.visible = false;
     }
@@ -449,7 +351,7 @@ void Qualifications::store_qualifications() {
     for (int row = 1; row <= kQualificationRows; ++row) {
         const QString type = g.cell(row, kQType).left(1);
         master.set_text(PRSALG["PK_GRDE"], type, row);
-        if (const QualificationType* t = type_of(type)) {
+        if (const QualificationType* t = qualification_type_of(type)) {
             additional.set_int16(*t->positions, kNoPosition, row);
             const QString name = g.cell(row, kQName);
             if (!name.trimmed().isEmpty()) {

@@ -15,6 +15,7 @@
 #include "shell/session.h"
 #include "staff/detail_common.h"
 #include "staff/detail_grid.h"
+#include "staff/qualification_names.h"
 #include "staff/subject_codes.h"
 #include "staff/subject_record.h"
 
@@ -23,9 +24,7 @@ namespace korvel::staff {
 inline constexpr int kQualificationRows = 8;  // kwl_grid(0) rows 1 to 8
 inline constexpr int kStudiedSubjects = 5;    // kwl_grid(1) rows 1 to 5
 
-// The three qualification lists, in English in both languages, and the year list.
-enum class QualificationList { prof = 0, akad = 1, detail = 2 };
-QStringList qualification_rows(QualificationList list);
+// The years of the year list.
 QStringList year_rows(const QDate& today);  // 1950 to this year
 
 class Qualifications : public ui::ChildForm {

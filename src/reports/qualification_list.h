@@ -1,0 +1,42 @@
+#pragma once
+// sk427_prg: the qualifications of the staff, a block per person, over the selection the staff
+// lists share. The names come from the standard lists the records refer to, read as the
+// qualifications form reads them.
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <array>
+
+#include "platform/dialogs.h"
+#include "reports/staff_selection.h"
+
+namespace korvel::reports {
+
+class StaffQualificationList : public ui::ChildForm, public StaffSelection {
+  public:
+    StaffQualificationList(shell::Session& session, PrintJob& job, PrintTargetHost* host = nullptr);
+    QString form_name() const override { return QStringLiteral("sk427_prg"); }
+
+    QString caption;
+    // kwalifikasie_lys_prof, _akad, _detail: each lets the rows of its type through. An older
+    // qualification kept as free text counts as academic, as the qualifications form shows it.
+    std::array<bool, 3> kwalifikasie_lys{true, true, true};
+    std::array<QString, 3> kwalifikasie_lys_captions;
+    bool visible = false;
+
+    void form_load();
+    void kr_ok_click() { print_qualification_list(); }
+    void exit_click();
+
+    bool print_qualification_list();
+    PrintGrid qualification_grid();
+
+  private:
+    void load_additional();
+
+    QHash<QString, QByteArray> additional_;  // PRSADD records by post number, upper case
+    bool additional_loaded_ = false;
+};
+
+}  // namespace korvel::reports

@@ -1,0 +1,187 @@
+#include "reports/staff_selection.h"
+
+#include <algorithm>
+
+#include "reports/print_target.h"
+#include "shell/helpers.h"
+#include "shell/session.h"
+#include "shell/staff_person.h"
+#include "store/record_layouts.h"
+
+namespace korvel::reports {
+
+using store::Code;
+using store::Record;
+namespace {
+constexpr const auto& L = store::PRSALG;
+}
+
+StaffSelection::StaffSelection(shell::Session& session, PrintJob& job, PrintTargetHost* host)
+    : s_(session), job_(job), host_(host) {}
+
+StaffSelection::~StaffSelection() {
+    close_files();
+}
+
+QString StaffSelection::tr(const char* af, const char* en) const {
+    return s_.afrikaans ? QString::fromUtf8(af) : QString::fromUtf8(en);
+}
+
+void StaffSelection::open_files(std::initializer_list<Code> codes) {
+    for (Code c : codes) {
+        if (!s_.is_open(c) && s_.open_file(c, s_.folders.staff))
+            opened_.push_back(int(c));
+    }
+}
+
+void StaffSelection::close_files() {
+    for (int c : opened_)
+        s_.close_file(Code(c));
+    opened_.clear();
+}
+
+void StaffSelection::load_selection() {
+    job_.afrikaans = s_.afrikaans;
+    pos_teks[1] = tr("Van POS/NAAM", "From POST/NAME");
+    pos_teks[2] = tr("Tot POS/NAAM", "To   POST/NAME");
+    volgorde_captions = {tr("ALFABETIES", "ALPHABETIC"), tr("NUMERIES", "NUMERIC")};
+    aanstelling_captions = {tr("ONDERWYSDEPARTEMENT", "EDUCATION DEPARTMENT"),
+                            tr("BEHEERLIGGAAM", "GOVERNING BODY"),
+                            tr("PYEI AANSTELLING", "PYEI APPOINTMENT")};
+    administratief_caption = tr("ADMINISTRATIEWE PERSONEEL", "ADMINISTRATIVE STAFF");
+    administratief_captions = {tr("SLEGS", "ONLY"), tr("INGESLUIT", "INCLUDED"),
+                               tr("UITGESLUIT", "EXCLUDED")};
+
+    open_files({Code::PRSALG});
+    prs_lys.clear();
+    s_.scan_records(Code::PRSALG, [&](int number, Record& r) {
+        const QString post = r.text(L["PA_POS_NR"]).trimmed();
+        if (post.isEmpty() || r.text(L["PA_AKTIEF"]).trimmed() == u"D")
+            return;
+        prs_lys.push_back({post, number, post.leftJustified(6) + list_name(r)});
+    });
+    std::stable_sort(prs_lys.begin(), prs_lys.end(),
+                     [](const StaffListEntry& a, const StaffListEntry& b) {
+                         return a.post.toUpper() < b.post.toUpper();
+                     });
+    pos_data[1] = prs_lys.empty() ? QString() : prs_lys.front().text;
+    pos_data[2] = prs_lys.empty() ? QString() : prs_lys.back().text;
+    pos_focus = 1;
+}
+
+void StaffSelection::pos_data_got_focus(int index) {
+    if (index == 1 || index == 2)
+        pos_focus = index;
+}
+
+void StaffSelection::prs_lys_click(int row) {
+    if (row < 0 || row >= int(prs_lys.size()))
+        return;
+    pos_data[size_t(pos_focus)] = prs_lys[size_t(row)].text;
+    if (pos_focus == 1)
+        pos_focus = 2;
+}
+
+std::vector<int> StaffSelection::selected_records() {
+    open_files({Code::PRSALG});
+    // The range runs from the entry in pos_data(1) to the one in pos_data(2); an entry not in
+    // the list leaves that end open.
+    int first = 0, last = int(prs_lys.size()) - 1;
+    for (int i = 0; i < int(prs_lys.size()); ++i) {
+        if (prs_lys[size_t(i)].text == pos_data[1])
+            first = i;
+        if (prs_lys[size_t(i)].text == pos_data[2])
+            last = i;
+    }
+    std::vector<int> out;
+    for (int i = first; i <= last; ++i) {
+        const int number = prs_lys[size_t(i)].record;
+        if (!s_.read_record(Code::PRSALG, number))
+            continue;
+        const Record& r = s_.working(Code::PRSALG);
+        if (r.text(L["PA_AKTIEF"]).trimmed() == u"*")
+            continue;
+        const QString paymaster = r.text(L["PA_OD_BL"]).trimmed().toUpper();
+        if (!kies_aanstelling[0] && (paymaster == u"O" || paymaster.isEmpty()))
+            continue;
+        if (!kies_aanstelling[1] && paymaster == u"B")
+            continue;
+        if (!kies_aanstelling[2] && paymaster == u"P")
+            continue;
+        const bool educator = shell::is_educator(r);
+        if (kies_administratief == AdminChoice::Only && educator)
+            continue;
+        if (kies_administratief == AdminChoice::Excluded && !educator)
+            continue;
+        out.push_back(number);
+    }
+    return out;
+}
+
+QString StaffSelection::list_name(const Record& r) {
+    return r.text(L["PA_VAN"]).trimmed() + u' ' + shell::initials(r.text(L["PA_NAME"]).trimmed()) +
+           u' ' + r.text(L["PA_TITEL"]).trimmed();
+}
+
+bool StaffSelection::start(const QString& name) {
+    job_.afrikaans = s_.afrikaans;
+    job_.state.report_name = s_.ledger_year + name;
+    if (choose_target)
+        return choose_target(job_);
+    if (host_)
+        return ask_print_target(job_, *host_, s_.fs().native(s_.folders.workstation));
+    return false;
+}
+
+GridPageOptions StaffSelection::centred_table() {
+    GridPageOptions options;
+    options.centre_table = true;
+    options.rule_every = 1;
+    options.keep_rows = 9999;
+    return options;
+}
+
+void StaffSelection::print_pages(PrintGrid& grid, const QString& title, const QString& subtitle,
+                                 GridPageOptions options, double padding) {
+    fit_grid_columns(job_, grid, 0, padding);
+    // A page holds at least one row, so the loop ends; the bound guards a grid that never
+    // shrinks.
+    const int most = grid.rows() + 2;
+    for (int pages = 0; pages < most; ++pages) {
+        job_.state.page_pending = true;
+        QString t = title, s = subtitle;
+        job_.print_page_header(t, s);
+        if (!job_.state.to_spreadsheet) {
+            job_.device().set_scale_mode(ScaleMode::Characters);
+            job_.device().set_current_y(6);
+        }
+        if (print_grid_pages(job_, grid, options))
+            break;
+        job_.print_continuation_mark();
+        job_.device().new_page();
+    }
+}
+
+QString list_title(const QString& report_name) {
+    QString t = report_name.trimmed();
+    if (t.endsWith(u':'))
+        t.chop(1);
+    return t.trimmed();
+}
+
+void fill_rows(PrintGrid& grid, const std::vector<QStringList>& rows) {
+    const int first = grid.rows();
+    grid.set_rows(first + int(rows.size()));
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const int r = first + int(i);
+        int most = 1;
+        for (int c = 0; c < grid.cols() && c < rows[i].size(); ++c) {
+            grid.set_text(r, c, rows[i].at(c));
+            most = std::max(most, int(cell_lines(rows[i].at(c)).size()));
+        }
+        if (most > 1)
+            grid.row(r).height = 200.0 * most + 40;
+    }
+}
+
+}  // namespace korvel::reports

@@ -1,0 +1,39 @@
+#pragma once
+// sk426_prg: which subject each staff member teaches in which grade, from the subject list of
+// the person's subject record, over the selection the staff lists share.
+
+#include <QHash>
+#include <QString>
+
+#include "platform/dialogs.h"
+#include "reports/staff_selection.h"
+
+namespace korvel::reports {
+
+class TuitionList : public ui::ChildForm, public StaffSelection {
+  public:
+    TuitionList(shell::Session& session, PrintJob& job, PrintTargetHost* host = nullptr);
+    QString form_name() const override { return QStringLiteral("sk426_prg"); }
+
+    QString caption;
+    bool visible = false;
+
+    void form_load();
+    void kr_ok_click() { print_tuition_list(); }
+    void exit_click();
+
+    // False when the target was not chosen.
+    bool print_tuition_list();
+    PrintGrid tuition_grid();
+
+    // The subject columns of a post, in the order of its record: "code : 10 / 11".
+    QStringList subjects_of(const QString& post);
+
+  private:
+    void load_subjects();
+
+    QHash<QString, QStringList> subjects_;  // by post number, upper case
+    bool subjects_loaded_ = false;
+};
+
+}  // namespace korvel::reports

@@ -1,0 +1,118 @@
+#include "staff/qualification_names.h"
+
+#include "store/record_layouts.h"
+
+namespace korvel::staff {
+
+using store::PRSADD;
+using store::PRSALG;
+
+namespace {
+
+const char* const kProf[] = {
+    "Primary Teacher’s Certificate",
+    "Secondary Teacher’s Certificate",
+    "Primary Teacher’s Diploma",
+    "Secondary Teacher’s Diploma",
+    "Bachelor of Education",
+    "Post Graduate Certificate in Education",
+    "Further Diploma in Education",
+    "Advanced Certificate in Education",
+    "Higher Diploma in Education",
+    "Advanced Certificate Teaching",
+    "Junior Primary Teacher’s Diploma",
+    "B.Tech in Education",
+    "National professional Diploma in Education",
+    "B.Ed Honors",
+    "MA (Education)",
+    "PHD (Education)",
+};
+const char* const kAkad[] = {"BA", "BSc", "B Com", "B Prim Ed", "Bachelor of Education"};
+const char* const kDetail[] = {
+    "Two year teacher’s certificate",
+    "Three-year Teachers’ Diploma/National Professional Diploma in Education",
+    "Four-year Higher Diploma in Education",
+    "Four-year professional teaching degree",
+    "Higher Diploma in Education (Post-Graduate)/Post-Graduate Certificate in Education",
+    "One-year Post-Professional Teachers’ Certificate (with specialization)",
+    "One-year Higher Diploma in Education",
+    "Diploma in Specialized Education",
+    "Further Diploma in Education",
+    "Advanced Certificate in Education",
+    "One-year National Higher Diploma/Bachelor of Technology (Education management/other "
+    "specialization)",
+    "Partially completed first Bachelor’s degree",
+    "Three-year Bachelor’s degree",
+    "Four-year Bachelor’s degree",
+    "Four-year Bachelor of Technology degree",
+    "Three-year National Diploma",
+    "Four-year National Higher Diploma",
+    "Post-Graduate Diploma (other than a HDE Post-Graduate)",
+    "Honours degree (including an old one-year B Ed/BEd Honours))",
+    "Master’s Degree",
+    "Doctors Degree",
+    "ABET Practitioner Certificate",
+    "ABET Practitioner Diploma",
+    "National N 3 to N 6 Certificates",
+    "Completed apprenticeship/passed trade test",
+    "National N Diploma",
+    "Other",
+};
+
+const QualificationType kTypes[] = {
+    {u'P', QualificationList::prof, &PRSADD["PD_KW_PROF"], "PROFESSIONEEL", "PROFESSIONAL"},
+    {u'A', QualificationList::akad, &PRSADD["PD_KW_AKAD"], "AKADEMIES", "ACADEMIC"},
+    {u'D', QualificationList::detail, &PRSADD["PD_KW_DETAIL"], "DETAIL", "DETAIL"},
+};
+
+}  // namespace
+
+QStringList qualification_rows(QualificationList list) {
+    QStringList out;
+    const auto add = [&out](const auto& rows) {
+        for (const char* r : rows) {
+            out << QString::fromUtf8(r);
+        }
+    };
+    switch (list) {
+        case QualificationList::prof:
+            add(kProf);
+            break;
+        case QualificationList::akad:
+            add(kAkad);
+            break;
+        case QualificationList::detail:
+            add(kDetail);
+            break;
+    }
+    return out;
+}
+
+std::span<const QualificationType> qualification_types() {
+    return kTypes;
+}
+
+const QualificationType* qualification_type_of(const QString& text) {
+    for (const QualificationType& t : kTypes) {
+        if (text.startsWith(t.letter)) {
+            return &t;
+        }
+    }
+    return nullptr;
+}
+
+QString qualification_name(const store::Record& master, const store::Record& additional, int slot) {
+    const QString grde = master.text(PRSALG["PK_GRDE"], slot);
+    if (grde.size() > 1) {
+        return grde;
+    }
+    const QualificationType* t = qualification_type_of(grde);
+    if (t == nullptr) {
+        return {};
+    }
+    const QStringList rows = qualification_rows(t->list);
+    const int position = additional.int16(*t->positions, slot);
+    return position >= 1 && position <= rows.size() ? rows[position - 1] : QString();
+}
+
+}  // namespace korvel::staff

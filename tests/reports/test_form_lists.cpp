@@ -1,0 +1,134 @@
+// The tuition and qualification lists over staff records written here for the case.
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+
+#include "platform/drive_map.h"
+#include "reports/qualification_list.h"
+#include "reports/recording_device.h"
+#include "reports/tuition_list.h"
+#include "shell/session.h"
+#include "store/record_layouts.h"
+#include "ui/scripted_dialogs.h"
+
+inline void PrintTo(const QString& s, std::ostream* os) {
+    *os << '"' << s.toStdString() << '"';
+}
+
+namespace korvel::reports {
+namespace {
+
+using store::Code;
+using store::PRSADD;
+using store::PRSALG;
+using store::PRSVAK;
+
+class FormLists : public ::testing::Test {
+  protected:
+    FormLists() {
+        session = shell::Session::on_drive(
+            dialogs, platform::DriveMap::explicit_map({{QStringLiteral("C:"), dir.path()}}),
+            QStringLiteral("C:"), QStringLiteral("2026"));
+        session->afrikaans = false;
+        for (Code c : {Code::PRSALG, Code::PRSADD, Code::PRSVAK})
+            EXPECT_TRUE(session->open_file(c));
+    }
+    store::Record& staff(const char* post, const char* surname, const char* state = "") {
+        store::Record& r = session->working(Code::PRSALG);
+        r.clear();
+        r.set_text(PRSALG["PA_POS_NR"], QString::fromLatin1(post));
+        r.set_text(PRSALG["PA_VAN"], QString::fromLatin1(surname));
+        r.set_text(PRSALG["PA_AKTIEF"], QString::fromLatin1(state));
+        return r;
+    }
+    void subjects(const char* post, std::vector<std::pair<const char*, const char*>> taught) {
+        store::Record& r = session->working(Code::PRSVAK);
+        r.clear();
+        r.set_text(PRSVAK["PV_POS_NR"], QString::fromLatin1(post));
+        int slot = 1;
+        for (const auto& [code, grade] : taught) {
+            r.set_text(PRSVAK["PV_VAK2"], QString::fromLatin1(code), slot);
+            r.set_text(PRSVAK["PV_GRD2"], QString::fromLatin1(grade), slot++);
+        }
+        session->append_record(Code::PRSVAK);
+    }
+    QStringList row(const PrintGrid& grid, int r) {
+        QStringList out;
+        for (int c = 0; c < grid.cols(); ++c)
+            out << grid.text(r, c);
+        return out;
+    }
+
+    QTemporaryDir dir;
+    ui::ScriptedDialogs dialogs;
+    std::unique_ptr<shell::Session> session;
+    RecordingDevice device;
+    PrintJob job{device, dialogs};
+};
+
+TEST_F(FormLists, TuitionJoinsTheGradesOfASubjectAndIsAsWideAsTheWidestRow) {
+    staff("P1", "ADAMS");
+    session->append_record(Code::PRSALG);
+    staff("P2", "BOTHA");
+    session->append_record(Code::PRSALG);
+    staff("P3", "CELE", "*");
+    session->append_record(Code::PRSALG);
+    subjects("P1", {{"WISK", "10"}, {"", "9"}, {"FISI", "12"}, {"WISK", "11"}});
+    subjects("P2", {{"ENG", "8"}});
+    subjects("P2", {{"AFR", "9"}, {"GES", "9"}, {"LO", "9"}});  // a second record: not read
+    subjects("P3", {{"AFR", "9"}, {"GES", "9"}, {"LO", "9"}});
+
+    TuitionList list(*session, job);
+    list.form_load();
+    const PrintGrid grid = list.tuition_grid();
+    ASSERT_EQ(grid.rows(), 3);  // P3 is inactive
+    EXPECT_EQ(row(grid, 0),
+              QStringList({"PST", "STAFF MEMBER", "ID NUMBER", "SBJ/GRD", "SBJ/GRD"}));
+    EXPECT_EQ(row(grid, 1), QStringList({"P1", "ADAMS  ", "", "WISK : 10 / 11", "FISI : 12"}));
+    EXPECT_EQ(row(grid, 2), QStringList({"P2", "BOTHA  ", "", "ENG : 8", ""}));
+}
+
+TEST_F(FormLists, QualificationsReadAsTheFormReadsThemAndTheTicksLimitTheRows) {
+    store::Record& r = staff("P1", "ADAMS");
+    const auto slot = [&](int i, const char* grde, const char* where, int year) {
+        r.set_text(PRSALG["PK_GRDE"], QString::fromLatin1(grde), i);
+        r.set_text(PRSALG["PK_WAAR"], QString::fromLatin1(where), i);
+        r.set_int16(PRSALG["PK_JAAR"], year, i);
+    };
+    slot(1, "P", "UNISA", 1999);
+    slot(2, "BA HONS (OUD)", "US", 0);  // free text of an older version
+    slot(4, "D", "UCT", 2001);
+    slot(5, "A", "UWC", 2003);
+    session->append_record(Code::PRSALG);
+    staff("P2", "BOTHA");
+    session->append_record(Code::PRSALG);
+    store::Record& add = session->working(Code::PRSADD);
+    add.clear();
+    add.set_text(PRSADD["PD_POS_NR"], QStringLiteral("P1"));
+    add.set_int16(PRSADD["PD_KW_PROF"], 5, 1);      // Bachelor of Education
+    add.set_int16(PRSADD["PD_KW_DETAIL"], 999, 4);  // past the list
+    add.set_int16(PRSADD["PD_KW_AKAD"], -1, 5);     // 65535: no position
+    session->append_record(Code::PRSADD);
+
+    StaffQualificationList list(*session, job);
+    list.form_load();
+    const PrintGrid grid = list.qualification_grid();
+    ASSERT_EQ(grid.rows(), 7);
+    EXPECT_EQ(row(grid, 0), QStringList({"PST", "NAME", "ID NUMBER / QUALIFICATION",
+                                         "GENDER / INSTITUTION (YEAR)"}));
+    EXPECT_EQ(row(grid, 1), QStringList({"P1", "ADAMS  ", "", ""}));
+    EXPECT_EQ(row(grid, 2), QStringList({"", "", "Bachelor of Education", "UNISA (1999)"}));
+    EXPECT_EQ(row(grid, 3), QStringList({"", "", "BA HONS (OUD)", "US"}));
+    EXPECT_EQ(row(grid, 4), QStringList({"", "", "", "UCT (2001)"}));
+    EXPECT_EQ(row(grid, 5), QStringList({"", "", "", "UWC (2003)"}));
+    EXPECT_EQ(row(grid, 6), QStringList({"P2", "BOTHA  ", "", ""}));  // none of their own
+
+    list.kwalifikasie_lys[1] = false;  // academic: the free text and the "A" row go
+    const PrintGrid professional = list.qualification_grid();
+    ASSERT_EQ(professional.rows(), 5);
+    EXPECT_EQ(professional.text(3, 3), "UCT (2001)");
+}
+
+}  // namespace
+}  // namespace korvel::reports
