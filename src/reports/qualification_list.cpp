@@ -56,8 +56,7 @@ PrintGrid StaffQualificationList::qualification_grid() {
     Record additional(store::PRSADD);
     std::vector<std::pair<QString, std::vector<QStringList>>> blocks;
     for (int number : selected_records()) {
-        s_.read_record(Code::PRSALG, number);
-        const Record& r = s_.working(Code::PRSALG);
+        const Record& r = read_selected(number);
         const QString post = r.text(L["PA_POS_NR"]).trimmed();
         additional.clear();
         const QByteArray bytes = additional_.value(store::Store::index_key(post));

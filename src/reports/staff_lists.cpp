@@ -183,8 +183,7 @@ PrintGrid StaffLists::staff_list_grid() {
                                      (wc ? QStringLiteral("CEMIS NO") : QStringLiteral("REQV")));
     std::vector<QStringList> rows;
     for (int number : selected_records()) {
-        s_.read_record(Code::PRSALG, number);
-        const Record& r = s_.working(Code::PRSALG);
+        const Record& r = read_selected(number);
         const QString post = trimmed(r, "PA_POS_NR");
         rows.push_back({post, list_name(r), r.text(L["PA_ID_NR"]), r.text(L["PA_GESLAG"]),
                         r.text(L["PA_TAAL"]), r.text(L["PA_PERSAL"]), r.text(L["PA_DPT_NR"]),
@@ -204,8 +203,7 @@ PrintGrid StaffLists::address_list_grid() {
                      : QStringLiteral("<PST|<NAME/ID.NO/PERSAL|<HOME ADDRESS|<TELEPHONE NO'S"));
     std::vector<QStringList> rows;
     for (int number : selected_records()) {
-        s_.read_record(Code::PRSALG, number);
-        const Record& r = s_.working(Code::PRSALG);
+        const Record& r = read_selected(number);
         const QStringList who{list_name(r), tr("ID-NR", "ID NO") + u' ' + trimmed(r, "PA_ID_NR"),
                               QStringLiteral("PERSAL ") + trimmed(r, "PA_PERSAL"),
                               QStringLiteral("SACE ") + trimmed(r, "PA_DPT_NR")};
@@ -241,8 +239,7 @@ PrintGrid StaffLists::birthday_list_grid() {
                                         : QStringLiteral("^DATE|<POST|<NAME|^BIRTH DATE"));
     std::vector<std::pair<QDate, QStringList>> found;
     for (int number : selected_records()) {
-        s_.read_record(Code::PRSALG, number);
-        const Record& r = s_.working(Code::PRSALG);
+        const Record& r = read_selected(number);
         const std::optional<QDate> birth = r.date(L["PA_G_DATUM"]);
         if (!birth)
             continue;
@@ -273,8 +270,7 @@ PrintGrid StaffLists::age_list_grid() {
     const QDate today = s_.today();
     std::vector<QStringList> rows;
     for (int number : selected_records()) {
-        s_.read_record(Code::PRSALG, number);
-        const Record& r = s_.working(Code::PRSALG);
+        const Record& r = read_selected(number);
         const std::optional<QDate> birth = r.date(L["PA_G_DATUM"]);
         rows.push_back({trimmed(r, "PA_POS_NR"),
                         trimmed(r, "PA_VAN") + u' ' + trimmed(r, "PA_NAME"), trimmed(r, "PA_ID_NR"),

@@ -93,12 +93,24 @@ std::vector<int> StaffSelection::selected_records() {
         if (prs_lys[size_t(i)].text == pos_data[2])
             last = i;
     }
+    std::vector<bool> wanted(size_t(std::max(0, s_.count(Code::PRSALG))) + 1, false);
+    for (int i = first; i <= last; ++i) {
+        const int number = prs_lys[size_t(i)].record;
+        if (number >= 1 && size_t(number) < wanted.size())
+            wanted[size_t(number)] = true;
+    }
+    selected_.clear();
+    s_.scan_records(Code::PRSALG, [&](int number, Record& r) {
+        if (wanted[size_t(number)])
+            selected_.emplace(number, r);
+    });
     std::vector<int> out;
     for (int i = first; i <= last; ++i) {
         const int number = prs_lys[size_t(i)].record;
-        if (!s_.read_record(Code::PRSALG, number))
+        const auto it = selected_.find(number);
+        if (it == selected_.end())
             continue;
-        const Record& r = s_.working(Code::PRSALG);
+        const Record& r = it->second;
         if (r.text(L["PA_AKTIEF"]).trimmed() == u"*")
             continue;
         const QString paymaster = r.text(L["PA_OD_BL"]).trimmed().toUpper();
@@ -116,6 +128,17 @@ std::vector<int> StaffSelection::selected_records() {
         out.push_back(number);
     }
     return out;
+}
+
+const Record& StaffSelection::read_selected(int number) {
+    const auto it = selected_.find(number);
+    if (it == selected_.end()) {
+        s_.read_record(Code::PRSALG, number);
+    } else {
+        s_.working(Code::PRSALG) = it->second;
+        s_.state(Code::PRSALG).current = number;
+    }
+    return s_.working(Code::PRSALG);
 }
 
 QString StaffSelection::list_name(const Record& r) {

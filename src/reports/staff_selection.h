@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <array>
 #include <functional>
+#include <unordered_map>
 #include <vector>
 
 #include "reports/grid_output.h"
@@ -67,8 +68,12 @@ class StaffSelection {
     void pos_data_got_focus(int index);
     void prs_lys_click(int row);
 
-    // The record numbers the selection takes, in list order.
+    // The record numbers the selection takes, in list order. The master file is read once, in
+    // blocks; the records taken are kept for read_selected.
     std::vector<int> selected_records();
+    // A record the last selection took, put in the working record as a read would put it (a
+    // record it did not take is read from the file).
+    const store::Record& read_selected(int number);
     // The name of the lists: surname, the initials and the title.
     static QString list_name(const store::Record& staff);
 
@@ -93,7 +98,8 @@ class StaffSelection {
     PrintTargetHost* host_;
 
   private:
-    std::vector<int> opened_;  // codes opened by this form
+    std::vector<int> opened_;                          // codes opened by this form
+    std::unordered_map<int, store::Record> selected_;  // by record number
 };
 
 // The header's title of a list: the report's name without its closing " : ".

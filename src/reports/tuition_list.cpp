@@ -76,8 +76,7 @@ PrintGrid TuitionList::tuition_grid() {
     std::vector<QStringList> rows;
     qsizetype widest = 0;
     for (int number : selected_records()) {
-        s_.read_record(Code::PRSALG, number);
-        const Record& r = s_.working(Code::PRSALG);
+        const Record& r = read_selected(number);
         const QString post = r.text(L["PA_POS_NR"]).trimmed();
         const QStringList subjects = subjects_of(post);
         widest = std::max(widest, subjects.size());
