@@ -110,11 +110,17 @@ TEST_F(TargetFixture, SelectAnotherPrinterRefillsTheName) {
 }
 
 TEST_F(TargetFixture, ExcelAsksFolderAndNameAndRemembersTheFolder) {
+    host.script = [](PrintTarget& form) { form.kies_excel_click(); };
+    // A cancelled folder choice ends the report and remembers nothing.
+    dialogs.choose(QString());
+    EXPECT_FALSE(ask());
+    EXPECT_FALSE(job.state.to_spreadsheet);
+    EXPECT_FALSE(QFile::exists(QDir(workstation.path()).filePath("excel_uitvoer_gids")));
+
     QTemporaryDir out;
     job.state.report_name = QStringLiteral("2026 ADRES/TELEFOONLYS");
     dialogs.choose(out.path());
     dialogs.type(QStringLiteral("adreslys"));
-    host.script = [](PrintTarget& form) { form.kies_excel_click(); };
     EXPECT_TRUE(ask());
     EXPECT_TRUE(job.state.to_spreadsheet);
     EXPECT_FALSE(job.state.page_pending);
@@ -127,14 +133,6 @@ TEST_F(TargetFixture, ExcelAsksFolderAndNameAndRemembersTheFolder) {
     const QStringList shown = captions();
     EXPECT_TRUE(shown.contains(QStringLiteral("GIDSADRES VIR EXCEL-UITVOER")));
     EXPECT_TRUE(shown.contains(QString::fromUtf8("EXCEL UITVOER LEêRNAAM")));
-}
-
-TEST_F(TargetFixture, CancelledExcelFolderEndsTheReport) {
-    dialogs.choose(QString());
-    host.script = [](PrintTarget& form) { form.kies_excel_click(); };
-    EXPECT_FALSE(ask());
-    EXPECT_FALSE(job.state.to_spreadsheet);
-    EXPECT_FALSE(QFile::exists(QDir(workstation.path()).filePath("excel_uitvoer_gids")));
 }
 
 TEST_F(TargetFixture, HtmlAsksAndThenPrints) {

@@ -16,6 +16,11 @@ using namespace korvel::shell;
 
 namespace {
 
+const QString kTree =
+    "F:\\VESPARINE\\ADMIN\r\nF:\\VESPARINE\\FUNDS\\2026\r\nF:\\VESPARINE\\STOCK\\V2026\r\n"
+    "F:\\VESPARINE\\STAFF\\P2026\r\nF:\\VESPARINE\\HBOOKS\r\nF:\\VESPARINE\\ROSTER\\R2026\r\n"
+    "F:\\VESPARINE\\MEDIA\\B2026\r\nF:\\VESPARINE\\BUDGET\\B2026\r\n";
+
 // A machine whose C: drive is a temporary folder, with the program installed in
 // C:\Program Files (x86)\KORVEL and the date fixed at 2026-11-22.
 class Machine {
@@ -46,6 +51,12 @@ class Machine {
         rec.replace(0, n.size(), n);
         session.fs().write_all(folder + "\\skl_dta_random.txt", rec);
     }
+    // The demo's tree with a school of 2026, resolved.
+    void resolved() {
+        network(kTree);
+        school("2026", "SKOOL");
+        startup.resolve_folders();
+    }
 
     QTemporaryDir c, f;
     ui::ScriptedDialogs dialogs;
@@ -53,11 +64,6 @@ class Machine {
     Session session;
     Startup startup;
 };
-
-const QString kTree =
-    "F:\\VESPARINE\\ADMIN\r\nF:\\VESPARINE\\FUNDS\\2026\r\nF:\\VESPARINE\\STOCK\\V2026\r\n"
-    "F:\\VESPARINE\\STAFF\\P2026\r\nF:\\VESPARINE\\HBOOKS\r\nF:\\VESPARINE\\ROSTER\\R2026\r\n"
-    "F:\\VESPARINE\\MEDIA\\B2026\r\nF:\\VESPARINE\\BUDGET\\B2026\r\n";
 
 }  // namespace
 
@@ -218,9 +224,7 @@ TEST(Language, ReadWriteAndUnreadableFiles) {
 
 TEST(LedgerYear, YearUsedMovesTheStaffFolderOnlyBackwards) {
     Machine m;
-    m.network(kTree);
-    m.school("2026", "SKOOL");
-    m.startup.resolve_folders();
+    m.resolved();
     m.session.fs().write_all(m.startup.year_used_file(), "2025\r\n");
     m.session.fs().create_folder(m.session.folders.staff);
     m.session.fs().write_all(m.session.folders.staff + "\\old.NTX", "x");
@@ -242,20 +246,17 @@ TEST(LedgerYear, YearUsedMovesTheStaffFolderOnlyBackwards) {
 
 TEST(School, ProvinceFixUpAndEmptyRecord) {
     Machine m;
-    m.network(kTree);
-    m.school("2026", "SKOOL");
-    m.startup.resolve_folders();
-    QByteArray rec = *m.session.fs().read_all("F:\\VESPARINE\\GENERAL\\G2026\\skl_dta_random.txt");
+    m.resolved();
+    const QString skl_file = "F:\\VESPARINE\\GENERAL\\G2026\\skl_dta_random.txt";
+    QByteArray rec = *m.session.fs().read_all(skl_file);
     rec.replace(538, 1, "5");  // the old province text: 5 is KwaZulu-Natal
-    m.session.fs().write_all("F:\\VESPARINE\\GENERAL\\G2026\\skl_dta_random.txt", rec);
+    m.session.fs().write_all(skl_file, rec);
     m.session.open_suite_file("SKL", m.session.folders.school);
     fix_province(m.session);
     EXPECT_EQ(m.session.school.province_code, "KN");
     EXPECT_EQ(m.session.school.province_name, "KWA-ZULU NATAL");
     EXPECT_EQ(m.session.school.province_index, 5);
-    EXPECT_EQ(
-        m.session.fs().read_all("F:\\VESPARINE\\GENERAL\\G2026\\skl_dta_random.txt")->mid(239, 2),
-        "KN");
+    EXPECT_EQ(m.session.fs().read_all(skl_file)->mid(239, 2), "KN");
     // The school boolean: false stays, a value that is no boolean (blanks) is written as true.
     const struct {
         const char *stored, *written, *flag;  // two bytes each
@@ -263,17 +264,14 @@ TEST(School, ProvinceFixUpAndEmptyRecord) {
     for (const auto& b : booleans) {
         QByteArray skl = rec;
         skl.replace(455, 2, QByteArray(b.stored, 2));
-        m.session.fs().write_all("F:\\VESPARINE\\GENERAL\\G2026\\skl_dta_random.txt", skl);
+        m.session.fs().write_all(skl_file, skl);
         m.session.open_suite_file("SKL", m.session.folders.school);
         ASSERT_TRUE(load_school_record(m.session));
         EXPECT_EQ(m.session.school.school_flag, b.flag);
-        EXPECT_EQ(m.session.fs()
-                      .read_all("F:\\VESPARINE\\GENERAL\\G2026\\skl_dta_random.txt")
-                      ->mid(455, 2),
-                  QByteArray(b.written, 2));
+        EXPECT_EQ(m.session.fs().read_all(skl_file)->mid(455, 2), QByteArray(b.written, 2));
     }
     // A school file of length 0: nothing to read, nothing crashes, the flag counts as true.
-    m.session.fs().write_all("F:\\VESPARINE\\GENERAL\\G2026\\skl_dta_random.txt", "");
+    m.session.fs().write_all(skl_file, "");
     EXPECT_TRUE(load_school_record(m.session));
     EXPECT_EQ(m.session.school.name, "");
     EXPECT_EQ(m.session.school.school_flag, "D");

@@ -2,6 +2,7 @@
 // A store over a temporary data tree: drive C: maps to a fresh temporary folder, the folder
 // variables stand at the suite's defaults for 2026, and the dialogs are scripted.
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <memory>
 
@@ -30,6 +31,11 @@ class StoreTree {
     // The native path of a file in the staff folder.
     QString staff_file(const QString& name) const {
         return store.fs().native(store.folders.staff + u'\\' + name);
+    }
+    // The bytes of a file in the staff folder; empty when it cannot be read.
+    QByteArray staff_bytes(const QString& name) const {
+        QFile f(staff_file(name));
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
 
     QTemporaryDir dir;

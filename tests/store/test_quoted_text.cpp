@@ -28,17 +28,6 @@ std::vector<Kind> kinds(const std::vector<Value>& values) {
     return out;
 }
 
-TEST(QuotedReader, ReadsALetterheadLineByType) {
-    Reader reader("\"SKOOL                        1\",12.5,-3,#TRUE#,\"L\",#2024-03-01#\r\n");
-    EXPECT_EQ(reader.read_string(), QStringLiteral("SKOOL                        1"));
-    EXPECT_EQ(reader.read_number(), 12.5);
-    EXPECT_EQ(reader.read_number(), -3.0);
-    EXPECT_EQ(reader.read_bool(), true);
-    EXPECT_EQ(reader.read_string(), QStringLiteral("L"));
-    EXPECT_EQ(reader.read_date(), QDate(2024, 3, 1));
-    EXPECT_TRUE(reader.at_end());
-}
-
 TEST(QuotedReader, ValuesRunOnAcrossLinesAndReadLineKeepsThemApart) {
     const QByteArray bytes = "\"A\",1\r\n\"B\",2,#FALSE#\r\n\"C\"";
     Reader by_value(bytes);

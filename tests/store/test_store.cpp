@@ -11,15 +11,6 @@ using korvel::testing::add_staff;
 using korvel::testing::StoreTree;
 using korvel::ui::Answer;
 
-namespace {
-
-QByteArray file_bytes(const QString& native) {
-    QFile f(native);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-}  // namespace
-
 TEST(HandlePool, RangesLowestFirstAndExhaustion) {
     StoreTree t;
     HandlePool& pool = t.store.pool();
@@ -119,7 +110,7 @@ TEST(StaffIndex, DuplicatesLoseTheirPostNumberOnDisk) {
     EXPECT_FALSE(t.store.find_staff("124", false));
     EXPECT_FALSE(t.store.find_staff("12", false));  // exact, no prefix search
     // The duplicate's post number is blank in the file itself.
-    const QByteArray bytes = file_bytes(t.staff_file("prs_alg_random.txt"));
+    const QByteArray bytes = t.staff_bytes("prs_alg_random.txt");
     EXPECT_EQ(bytes.mid(3 * 4103, 5), QByteArray("     "));
     EXPECT_EQ(bytes.mid(3 * 4103 + 6, 5), QByteArray("JONES"));
     EXPECT_EQ(bytes.mid(0, 5), QByteArray("123  "));
@@ -206,13 +197,13 @@ TEST(FieldNumbers, AssignClearAndOverflow) {
     EXPECT_EQ(r.text(PRSALG["PL_KIND"], 0), "");
     // 40000 in a 16-bit field overflows: reported, and the record on disk stays as it was.
     ASSERT_TRUE(t.store.write_record(Code::PRSALG, 1));
-    const QByteArray before = file_bytes(t.staff_file("prs_alg_random.txt"));
+    const QByteArray before = t.staff_bytes("prs_alg_random.txt");
     const int salary = 71;  // PB_SALARIS
     ASSERT_EQ(staff_field_by_number(salary)->field->name, "PB_SALARIS");
     EXPECT_EQ(t.store.set_staff_field(salary, "40000"), FieldAssign::Overflow);
     EXPECT_EQ(t.store.set_staff_field(salary, "12,345.67"), FieldAssign::Done);
     EXPECT_EQ(r.int16(PRSALG["PB_SALARIS"]), 12346);
-    EXPECT_EQ(file_bytes(t.staff_file("prs_alg_random.txt")), before);
+    EXPECT_EQ(t.staff_bytes("prs_alg_random.txt"), before);
     t.store.clear_staff_record();
     EXPECT_EQ(r.text(PRSALG["PA_POS_NR"]), "");
     EXPECT_EQ(r.int16(PRSALG["PB_SALARIS"]), 0);
@@ -240,9 +231,9 @@ TEST(Companions, AttendanceAndSubjectRecordsAreMadeOnce) {
     t.store.ensure_subject_record("");
     EXPECT_EQ(t.store.count(Code::PRSAFW), 1);
     EXPECT_EQ(t.store.count(Code::PRSVAK), 1);
-    const QByteArray afw = file_bytes(t.staff_file("prs_afw_random.txt"));
+    const QByteArray afw = t.staff_bytes("prs_afw_random.txt");
     EXPECT_EQ(afw, QByteArray("123  ") + QByteArray(371, '.') + QByteArray(742, '.'));
-    const QByteArray vak = file_bytes(t.staff_file("prs_vak_random.txt"));
+    const QByteArray vak = t.staff_bytes("prs_vak_random.txt");
     ASSERT_EQ(vak.size(), 1160);
     EXPECT_EQ(vak.left(5 + 528 + 198), QByteArray("123  ") + QByteArray(528 + 198, ' '));
     EXPECT_EQ(vak.mid(731, 264), QByteArray(264, '\0'));
@@ -263,27 +254,23 @@ TEST(LuritsSeed, FromLastYearElseFromTheIdentityFile) {
     t.store.read_record(Code::PRSLURITS, 1);
     EXPECT_EQ(t.store.working(Code::PRSLURITS).int16(PRSLURITS["LU_VAL2"]), 2);
 
-    // Another year whose file is empty takes last year's file whole, and not the identity file.
-    StoreTree u;
-    ASSERT_TRUE(u.store.fs().create_folder(last_year));
-    ASSERT_TRUE(u.store.fs().create_folder(u.store.folders.staff));
+    // A year whose file is empty takes last year's file whole, and not the identity file; an
+    // empty file of last year is copied, and then the identity file serves.
     QByteArray one(26, ' ');
     one.replace(0, 13, "6001015800085");
-    ASSERT_TRUE(u.store.fs().write_all(last_year + "\\lurits_random.txt", one));
-    ASSERT_TRUE(u.store.fs().write_all(u.store.folders.staff + "\\lurits_staffid.txt",
-                                       "\"1\",\"2\",0,0\r\n\"3\",\"4\",0,0\r\n"));
-    ASSERT_TRUE(u.store.open_staff_file("PRSLURITS"));
-    EXPECT_EQ(u.store.count(Code::PRSLURITS), 1);
-    EXPECT_EQ(u.store.fs().read_all(u.store.folders.staff + "\\lurits_random.txt").value(), one);
-
-    // An empty file of last year is copied once, and then the identity file serves.
-    StoreTree v;
-    ASSERT_TRUE(v.store.fs().create_folder(last_year));
-    ASSERT_TRUE(v.store.fs().create_folder(v.store.folders.staff));
-    ASSERT_TRUE(v.store.fs().write_all(last_year + "\\lurits_random.txt", ""));
-    ASSERT_TRUE(v.store.fs().write_all(v.store.folders.staff + "\\lurits_staffid.txt",
-                                       "\"1\",\"2\",0,0\r\n"));
-    ASSERT_TRUE(v.store.open_staff_file("PRSLURITS"));
-    EXPECT_EQ(v.store.count(Code::PRSLURITS), 1);
-    EXPECT_EQ(v.store.pool().open_count(), 1);
+    for (const QByteArray& last : {one, QByteArray()}) {
+        SCOPED_TRACE(last.isEmpty() ? "an empty file last year" : "a record last year");
+        StoreTree u;
+        ASSERT_TRUE(u.store.fs().create_folder(last_year));
+        ASSERT_TRUE(u.store.fs().create_folder(u.store.folders.staff));
+        ASSERT_TRUE(u.store.fs().write_all(last_year + "\\lurits_random.txt", last));
+        ASSERT_TRUE(u.store.fs().write_all(u.store.folders.staff + "\\lurits_staffid.txt",
+                                           "\"1\",\"2\",0,0\r\n\"3\",\"4\",0,0\r\n"));
+        ASSERT_TRUE(u.store.open_staff_file("PRSLURITS"));
+        EXPECT_EQ(u.store.count(Code::PRSLURITS), last.isEmpty() ? 2 : 1);
+        if (!last.isEmpty()) {
+            EXPECT_EQ(u.store.fs().read_all(u.store.folders.staff + "\\lurits_random.txt"), last);
+        }
+        EXPECT_EQ(u.store.pool().open_count(), 1);
+    }
 }
