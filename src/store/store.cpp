@@ -4,6 +4,7 @@
 
 #include "platform/process_end.h"
 #include "platform/winpath.h"
+#include "store/folder_switch.h"
 
 namespace korvel::store {
 
@@ -210,6 +211,8 @@ bool Store::open_file(Code code, const QString& folder) {
 }
 
 bool Store::open_code(Code code, const QString& folder) {
+    // A year-end cut short is finished or undone before its folders are used.
+    settle_folder_switch(fs_, folder);
     FileState& s = state(code);
     if (s.handle != 0) {
         close_file_handle(s.handle);
