@@ -1,5 +1,6 @@
 #include "app/cli_yearend.h"
 
+#include <QFileInfo>
 #include <memory>
 #include <optional>
 
@@ -8,6 +9,7 @@
 #include "shell/main_menu.h"
 #include "shell/startup.h"
 #include "ui/scripted_dialogs.h"
+#include "yearend/staff_export.h"
 #include "yearend/year_choice.h"
 #include "yearend/year_end.h"
 
@@ -141,6 +143,62 @@ int use_year_command(const QStringList& args, QTextStream& out, QTextStream& err
     choice.choose(o->words.first());
     out << "ledger year: " << run.session.ledger_year << "\n"
         << "staff folder: " << run.session.folders.staff << "\n";
+    return 0;
+}
+
+int export_command(const QStringList& args, QTextStream& out, QTextStream& err) {
+    const auto o = read_options(
+        args, {QStringLiteral("--year"), QStringLiteral("--fields"), QStringLiteral("--xlsx")}, {},
+        err);
+    if (!o) {
+        return 2;
+    }
+    const QString year = o->values.value(QStringLiteral("--year"));
+    const QString file = o->values.value(QStringLiteral("--xlsx"));
+    const QStringList wanted = o->values.value(QStringLiteral("--fields")).split(u',');
+    if (!shell::is_year_text(year) || file.isEmpty() || wanted.join(QString()).isEmpty() ||
+        !o->words.isEmpty()) {
+        err << "usage: korvel-cli\n" << kYearEndUsage;
+        return 2;
+    }
+    Unattended run(*o);
+    if (!run.start(*o)) {
+        return 1;
+    }
+    yearend::StaffExport form(run.session);
+    form.load();
+    const int at = int(form.rekords_jaar_lys.indexOf(year));
+    if (at < 0) {
+        err << "korvel-cli: no staff folder for " << year << "\n";
+        return 1;
+    }
+    form.rekords_jaar_lys_dbl_click(at);
+    // A field by its record field's name or its heading in the workbook.
+    for (const QString& name : wanted) {
+        const QString w = name.trimmed();
+        bool known = false;
+        for (int i = 0; i < yearend::kExportFieldCount; ++i) {
+            const bool all = w.compare(QStringLiteral("all"), Qt::CaseInsensitive) == 0;
+            if (all ||
+                w.compare(QLatin1String(yearend::kExportFields[size_t(i)].name),
+                          Qt::CaseInsensitive) == 0 ||
+                w.compare(form.heading_of(i), Qt::CaseInsensitive) == 0) {
+                form.uitvoer_velde_selected[size_t(i)] = true;
+                known = true;
+            }
+        }
+        if (!known) {
+            err << "korvel-cli: no export field is named " << w << "\n";
+            return 2;
+        }
+    }
+    QString error;
+    if (!form.write_workbook(QFileInfo(file).absoluteFilePath(), &error)) {
+        err << "korvel-cli: cannot write " << error << "\n";
+        return 1;
+    }
+    out << "exported: " << form.personeel_lys.size() << " staff of " << year << " to "
+        << QFileInfo(file).absoluteFilePath() << "\n";
     return 0;
 }
 

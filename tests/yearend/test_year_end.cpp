@@ -3,11 +3,13 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QMap>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include "shell/folders.h"
 #include "store/folder_switch.h"
 #include "ui/scripted_dialogs.h"
+#include "yearend/staff_export.h"
 #include "yearend/year_choice.h"
 #include "yearend/year_end.h"
 
@@ -293,4 +295,86 @@ TEST(YearChoice, WritesTheGradeYearFileMovesTheFoldersAndHandsOnToTheMenu) {
     choice.choose("0");
     EXPECT_EQ(*t.session.fs().read_all("C:\\VESPARINE\\ADMIN\\graad_jaar.txt"), "\r\n2026\r\n");
     EXPECT_EQ(changes.last(), "2026");
+}
+
+namespace {
+
+// The cells of the first sheet of a workbook, read by openpyxl: one line a row, the cells
+// joined by "|" (an empty cell as "-").
+QStringList workbook_rows(const QString& path) {
+    QProcess python;  // the system's, which has openpyxl
+    python.start(
+        "/usr/bin/python3",
+        {"-c",
+         "import sys, openpyxl\n"
+         "for row in openpyxl.load_workbook(sys.argv[1]).active.iter_rows(values_only=True):\n"
+         "    print('|'.join('-' if v is None else str(v) for v in row))\n",
+         path});
+    python.waitForFinished(60000);
+    return QString::fromUtf8(python.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
+}
+
+}  // namespace
+
+TEST(StaffExport, ActiveStaffSortedTextIntactAndTheTildeShift) {
+    YearTree t;
+    t.session.open_file(store::Code::PRSALG, t.session.folders.staff);
+    const char* names[] = {"", "VISSER", "ABRAHAMS", "COETZEE"};
+    for (int i = 1; i <= 3; ++i) {
+        t.session.read_record(store::Code::PRSALG, i);
+        store::Record& r = t.session.working(store::Code::PRSALG);
+        r.set_text(PRSALG["PA_VAN"], names[i]);
+        r.set_text(PRSALG["PA_ID_NR"], QString("800101500908%1").arg(i));
+        r.set_date(PRSALG["PA_G_DATUM"], QDate(1980, 1, i));
+        r.set_text(PRSALG["PA_N_VAN"], i == 2 ? "DU~TOIT" : "");
+        r.set_text(PRSALG["PA_PERSAL"], "0012345");
+        t.session.write_record(store::Code::PRSALG, i);
+    }
+    t.session.open_file(store::Code::PRSLURITS, t.session.folders.staff);
+    store::Record& lurits = t.session.working(store::Code::PRSLURITS);
+    lurits.clear();
+    lurits.set_text(store::PRSLURITS["LU_ID_NR"], "8001015009081");
+    lurits.set_text(store::PRSLURITS["LU_NR"], "123456789");
+    t.session.append_record(store::Code::PRSLURITS);
+    t.session.close_file(store::Code::PRSLURITS);
+
+    const QString file = t.tmp.filePath("staff.xlsx");
+    t.put("staff.xlsx", "an older export");
+    t.dialogs.choose(file);
+    yearend::StaffExport form(t.session);
+    form.form_load();
+    ASSERT_TRUE(form.uitvoer_velde_visible);
+    ASSERT_EQ(form.personeel_lys.size(), 2u);        // the inactive third is left out
+    EXPECT_EQ(form.personeel_lys[0].post, "00002");  // ABRAHAMS before VISSER
+    for (const int field : {0, 5, 6, 8, 9, 52}) {
+        form.uitvoer_velde_click(field);
+    }
+    form.uitvoer_velde_ok_click();
+    EXPECT_EQ(t.dialogs.last_text(), "UITVOER VOLTOOI ....");
+    EXPECT_EQ(workbook_rows(file).join('\n').toStdString(),
+              "POSNOMMER|NOOIENSVAN|PERSAL NOMMER|ID-NOMMER|GEBOORTEDATUM|LURITS_NR\n"
+              // "DU~TOIT" takes two columns and moves the rest one along
+              "00002|DU|TOIT|-|8001015009082|-\n"
+              "00001|-|0012345|8001015009081|1980.01.01|123456789");
+    EXPECT_TRUE(form.unloaded);
+}
+
+TEST(StaffExport, AnotherYearIsTheFormsOnlyAndALockedFileIsAMessage) {
+    YearTree t(true);
+    t.dialogs.choose(t.tmp.filePath("staff.xlsx"));
+    {
+        yearend::StaffExport form(t.session);
+        form.form_load();
+        form.rekords_jaar_lys_dbl_click(int(form.rekords_jaar_lys.indexOf("2027")));
+        EXPECT_EQ(t.session.folder_of(store::Code::PRSALG), "C:\\VESPARINE\\STAFF\\P2027");
+        // What cannot be replaced stands in the file's place.
+        form.target_file = t.tmp.filePath("locked.xlsx");
+        t.put("locked.xlsx/inside", "");
+        form.uitvoer_velde_alt_down(0);
+        form.uitvoer_velde_click(0);
+        form.uitvoer_velde_ok_click();
+        EXPECT_TRUE(t.dialogs.last_text().contains("locked.xlsx"));
+        EXPECT_FALSE(form.unloaded);
+    }
+    EXPECT_EQ(t.session.folder_of(store::Code::PRSALG), "C:\\VESPARINE\\STAFF\\P2026");
 }
