@@ -238,6 +238,9 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
         if (command == u"export") {
             return export_command(args, out, err);
         }
+        if (command == u"upgrade") {
+            return upgrade_command(args, out, err);
+        }
         if (command == u"use-year") {
             return use_year_command(args, out, err);
         }

@@ -8,6 +8,7 @@
 #include "shell/folders.h"
 #include "shell/main_menu.h"
 #include "shell/startup.h"
+#include "store/upgrades.h"
 #include "ui/scripted_dialogs.h"
 #include "yearend/staff_export.h"
 #include "yearend/year_choice.h"
@@ -199,6 +200,35 @@ int export_command(const QStringList& args, QTextStream& out, QTextStream& err) 
     }
     out << "exported: " << form.personeel_lys.size() << " staff of " << year << " to "
         << QFileInfo(file).absoluteFilePath() << "\n";
+    return 0;
+}
+
+int upgrade_command(const QStringList& args, QTextStream& out, QTextStream& err) {
+    const auto o = read_options(args, {}, {}, err);
+    if (!o || !o->words.isEmpty()) {
+        err << "usage: korvel-cli\n" << kYearEndUsage;
+        return 2;
+    }
+    Unattended run(*o);
+    if (!run.start(*o)) {
+        return 1;
+    }
+    shell::Session& s = run.session;
+    // Each year is opened as its own ledger year, as choosing it in the program would.
+    for (const QString& year : shell::ledger_years(s)) {
+        const QString folder = s.folders.staff.left(s.folders.staff.size() - 4) + year;
+        if (!s.fs().folder_exists(folder)) {
+            continue;
+        }
+        for (const store::Code code : store::kStaffCodes) {
+            const store::Layout& layout = store::layout_of(code);
+            const QString done = store::upgrade_on_open(
+                s.fs(), QString::fromLatin1(layout.code.data(), layout.code.size()), folder, year);
+            if (!done.isEmpty()) {
+                out << folder << ": " << done << "\n";
+            }
+        }
+    }
     return 0;
 }
 
