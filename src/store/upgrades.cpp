@@ -3,6 +3,7 @@
 #include <QFile>
 #include <cstring>
 #include <functional>
+#include <vector>
 
 #include "platform/winpath.h"
 #include "store/record_file.h"
@@ -18,7 +19,8 @@ constexpr int kOldAddressLength = 63;
 constexpr int kOldAttendanceLength = 1085;
 constexpr int kTermDays = 120;
 
-// Converts the records of a file of one length into a new file of another.
+// Converts the records of a file of one length into a new file of another; the converted
+// record is wholly written by the conversion.
 using Convert = std::function<void(const char* old_record, Record& converted)>;
 
 // The converted file, complete, stands under this name until it replaces the live file.
@@ -41,11 +43,22 @@ bool write_converted(const platform::FileSystem& fs, const QString& from, int ol
             return false;
         }
         Record converted(layout);
-        written = in->scan(1, in->count(), [&](int number, const char* bytes) {
-            converted.clear();
+        std::vector<char> block;
+        int first = 1;
+        // Written in blocks of records, never one call a record.
+        auto flush = [&] {
+            const int n = int(block.size()) / layout.record_length;
+            const bool ok = n == 0 || out->write_block(first, block.data(), n);
+            first += n;
+            block.clear();
+            return ok;
+        };
+        written = in->scan(1, in->count(), [&](int, const char* bytes) {
             convert(bytes, converted);
-            return out->write(number, converted.data());
+            block.insert(block.end(), converted.data(), converted.data() + layout.record_length);
+            return block.size() < size_t(256 * layout.record_length) || flush();
         });
+        written = written && flush();
     }
     written = written && out->sync();
     out.reset();
@@ -89,22 +102,28 @@ bool upgrade_file(const platform::FileSystem& fs, const QString& folder, const Q
 
 void convert_address(const char* old_record, Record& r) {
     // The first 63 bytes keep their places, the teaching level at byte 63 included.
+    r.clear();
     std::memcpy(r.data(), old_record, kOldAddressLength);
 }
 
 void convert_attendance(const char* old_record, Record& r) {
-    static constexpr const Field& kMarks = PRSAFW["PF_DAG"];
-    static constexpr const Field& kReasons = PRSAFW["PF_REDE"];
-    new_attendance_record(r, QString());
-    r.set_raw(PRSAFW["PF_POS_NR"], QByteArray(old_record, 5));
+    static const Record blank = [] {
+        Record b(PRSAFW);
+        new_attendance_record(b, QString());
+        return b;
+    }();
+    constexpr int kMarks = PRSAFW["PF_DAG"].offset;
+    constexpr int kReasons = PRSAFW["PF_REDE"].offset;
+    char* out = r.data();
+    std::memcpy(out, blank.data(), size_t(PRSAFW.record_length));
+    std::memcpy(out, old_record, 5);
     // Three terms of 120 days: marks first, then two characters of reason a day.
     for (int g = 0; g < 3; ++g) {
         for (int p = 1; p <= kTermDays; ++p) {
             const int slot = g * kTermDays + p;
-            r.set_raw(kMarks, QByteArray(old_record + 5 + g * kTermDays + p - 1, 1), slot);
-            r.set_raw(kReasons,
-                      QByteArray(old_record + 5 + 3 * kTermDays + g * 2 * kTermDays + 2 * p - 2, 2),
-                      slot);
+            out[kMarks + slot] = old_record[5 + g * kTermDays + p - 1];
+            std::memcpy(out + kReasons + 2 * slot,
+                        old_record + 5 + 3 * kTermDays + g * 2 * kTermDays + 2 * p - 2, 2);
         }
     }
 }

@@ -195,19 +195,34 @@ Roll roll_file(store::FileOps& ops, const QString& path, RollStop* stop) {
     }
     store::Record record(PRSALG);
     Roll result = Roll::Done;
-    const bool read = file->scan(1, file->count(), [&](int number, const char* bytes) {
+    // Rolled records go back in blocks, never one call a record.
+    constexpr int kBlock = 256;
+    std::vector<char> block;
+    int first = 1;
+    auto flush = [&] {
+        const int n = int(block.size()) / PRSALG.record_length;
+        const bool ok = n == 0 || file->write_block(first, block.data(), n);
+        first += n;
+        block.clear();
+        return ok;
+    };
+    const bool read = file->scan(1, file->count(), [&](int, const char* bytes) {
         record.assign(bytes);
         if (const auto stopped = add_year_of_service(record)) {
             *stop = *stopped;
             result = Roll::Stopped;
             return false;
         }
-        if (!ops.step() || !file->write(number, record.data())) {
+        block.insert(block.end(), record.data(), record.data() + PRSALG.record_length);
+        if (!ops.step() || (block.size() >= size_t(kBlock * PRSALG.record_length) && !flush())) {
             result = Roll::Failed;
             return false;
         }
         return true;
     });
+    if (result == Roll::Done && !flush()) {
+        result = Roll::Failed;
+    }
     if (result == Roll::Done && (!read || !file->sync())) {
         result = Roll::Failed;
     }
