@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/winpath.h"
+#include "store/block_writer.h"
 #include "store/record_file.h"
 #include "store/record_layouts.h"
 
@@ -43,22 +44,12 @@ bool write_converted(const platform::FileSystem& fs, const QString& from, int ol
             return false;
         }
         Record converted(layout);
-        std::vector<char> block;
-        int first = 1;
-        // Written in blocks of records, never one call a record.
-        auto flush = [&] {
-            const int n = int(block.size()) / layout.record_length;
-            const bool ok = n == 0 || out->write_block(first, block.data(), n);
-            first += n;
-            block.clear();
-            return ok;
-        };
+        BlockWriter blocks(*out);
         written = in->scan(1, in->count(), [&](int, const char* bytes) {
             convert(bytes, converted);
-            block.insert(block.end(), converted.data(), converted.data() + layout.record_length);
-            return block.size() < size_t(256 * layout.record_length) || flush();
+            return blocks.add(converted.data());
         });
-        written = written && flush();
+        written = written && blocks.finish();
     }
     written = written && out->sync();
     out.reset();

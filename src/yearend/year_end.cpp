@@ -5,6 +5,7 @@
 #include "platform/winpath.h"
 #include "shell/folders.h"
 #include "shell/helpers.h"
+#include "store/block_writer.h"
 #include "store/folder_switch.h"
 #include "store/record_file.h"
 #include "yearend/year_choice.h"
@@ -195,17 +196,7 @@ Roll roll_file(store::FileOps& ops, const QString& path, RollStop* stop) {
     }
     store::Record record(PRSALG);
     Roll result = Roll::Done;
-    // Rolled records go back in blocks, never one call a record.
-    constexpr int kBlock = 256;
-    std::vector<char> block;
-    int first = 1;
-    auto flush = [&] {
-        const int n = int(block.size()) / PRSALG.record_length;
-        const bool ok = n == 0 || file->write_block(first, block.data(), n);
-        first += n;
-        block.clear();
-        return ok;
-    };
+    store::BlockWriter blocks(*file);
     const bool read = file->scan(1, file->count(), [&](int, const char* bytes) {
         record.assign(bytes);
         if (const auto stopped = add_year_of_service(record)) {
@@ -213,17 +204,13 @@ Roll roll_file(store::FileOps& ops, const QString& path, RollStop* stop) {
             result = Roll::Stopped;
             return false;
         }
-        block.insert(block.end(), record.data(), record.data() + PRSALG.record_length);
-        if (!ops.step() || (block.size() >= size_t(kBlock * PRSALG.record_length) && !flush())) {
+        if (!ops.step() || !blocks.add(record.data())) {
             result = Roll::Failed;
             return false;
         }
         return true;
     });
-    if (result == Roll::Done && !flush()) {
-        result = Roll::Failed;
-    }
-    if (result == Roll::Done && (!read || !file->sync())) {
+    if (result == Roll::Done && (!blocks.finish() || !read || !file->sync())) {
         result = Roll::Failed;
     }
     return result;
