@@ -7,6 +7,7 @@
 #include "app/cli_check.h"
 #include "app/cli_dump.h"
 #include "app/cli_subjects.h"
+#include "app/cli_yearend.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
 #include "reports/cli_print.h"
@@ -34,7 +35,7 @@ const char* const kUsage =
     "      process compacts them it says \"compaction skipped: ...\" and changes nothing\n"
     "  info [--drive X:=DIR ...]\n"
     "      runs the start-up unattended and prints the folders, ledger year, language and "
-    "school\n" KORVEL_CHECK_USAGE;
+    "school\n" KORVEL_CHECK_USAGE KORVEL_YEAREND_USAGE;
 
 // The value after an option ("--folder DIR"); blank when the option is absent.
 QString option(const QStringList& args, const QString& name) {
@@ -230,6 +231,18 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
         }
         if (command == u"print") {
             return reports::print_report(args, out, err);
+        }
+        if (command == u"year-end") {
+            return year_end_command(args, out, err);
+        }
+        if (command == u"export") {
+            return export_command(args, out, err);
+        }
+        if (command == u"upgrade") {
+            return upgrade_command(args, out, err);
+        }
+        if (command == u"use-year") {
+            return use_year_command(args, out, err);
         }
         if (command == u"subjects" && args.value(1) == u"rebuild") {
             return subjects_rebuild(args, out, err);

@@ -188,6 +188,8 @@ MenuForm::MenuForm(shell::Session& session, shell::Startup& startup,
     connect(backup_, &QPushButton::clicked, this, [this] { menu_.backup_click(); });
     connect(help_pdf_, &QPushButton::clicked, this, [this] { menu_.help_pdf_click(); });
     connect(data_check_, &QPushButton::clicked, this, [this] { menu_.data_check_click(); });
+    connect(prs_export_, &QPushButton::clicked, this,
+            [this] { open_child_form(QStringLiteral("sk4_export")); });
 
     auto* body = new QHBoxLayout;
     body->addLayout(entries, 1);

@@ -2,6 +2,8 @@
 
 #include "check/data_check_form.h"
 #include "staff/staff_register_form.h"
+#include "yearend/staff_export_form.h"
+#include "yearend/year_end_form.h"
 
 namespace korvel::app {
 
@@ -17,6 +19,20 @@ const std::map<QString, FormFactory>& desktop_forms() {
              return form;
          }},
         {QStringLiteral("data_check"), check::open_data_check},
+        {QStringLiteral("sk4_export"), yearend::open_staff_export},
+        {QStringLiteral("evj_personeel"),
+         [](shell::Session& session, QWidget* parent) -> QWidget* {
+             if (auto* qt = dynamic_cast<ui::QtDialogs*>(&session.dialogs())) {
+                 yearend::register_year_choice_form(*qt);
+             }
+             auto* menu = qobject_cast<MenuForm*>(parent);
+             return yearend::open_year_end(session, parent, [menu](const QString& year) {
+                 if (menu != nullptr) {
+                     menu->behaviour().rekords_jaar_lys_click(year);
+                     menu->refresh();
+                 }
+             });
+         }},
     };
     return forms;
 }

@@ -19,6 +19,7 @@
 
 #include "platform/winpath.h"
 #include "store/store.h"
+#include "store/upgrades.h"
 
 namespace korvel::store {
 
@@ -118,8 +119,6 @@ constexpr const Field& kNamePost = PRSNME["PN_POS_NR"];
 constexpr const Field& kNameText = PRSNME["PN_NAAM"];
 constexpr const Field& kSubjectPost = PRSVAK["PV_POS_NR"];
 constexpr const Field& kAttendancePost = PRSAFW["PF_POS_NR"];
-constexpr const Field& kMarks = PRSAFW["PF_DAG"];
-constexpr const Field& kReasons = PRSAFW["PF_REDE"];
 
 // Keys of the hidden sorted list, which finds a text without regard to case.
 QString list_key(const QString& key) {
@@ -139,13 +138,7 @@ void Store::ensure_attendance_record(const QString& post) {
     if (find_by_key(Code::PRSAFW, kAttendancePost, key) != 0) {
         return;
     }
-    Record& r = working(Code::PRSAFW);
-    r.clear();
-    r.set_text(kAttendancePost, key);
-    for (int day = 0; day < kMarks.count; ++day) {
-        r.set_text(kMarks, QStringLiteral("."), day);
-        r.set_text(kReasons, QStringLiteral(".."), day);
-    }
+    new_attendance_record(working(Code::PRSAFW), key);
     append_record(Code::PRSAFW);
 }
 

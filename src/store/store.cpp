@@ -4,6 +4,8 @@
 
 #include "platform/process_end.h"
 #include "platform/winpath.h"
+#include "store/folder_switch.h"
+#include "store/upgrades.h"
 
 namespace korvel::store {
 
@@ -210,15 +212,20 @@ bool Store::open_file(Code code, const QString& folder) {
 }
 
 bool Store::open_code(Code code, const QString& folder) {
+    // A year-end cut short is finished or undone before its folders are used, and older
+    // layouts convert before they are read.
     FileState& s = state(code);
     if (s.handle != 0) {
         close_file_handle(s.handle);
     }
+    settle_folder_switch(fs_, folder);
+    const Layout& layout = layout_of(code);
+    upgrade_on_open(fs_, QString::fromLatin1(layout.code.data(), layout.code.size()), folder,
+                    ledger_year);
     const int handle = allocate_file_handle(false);
     if (handle == 0) {
         return false;
     }
-    const Layout& layout = layout_of(code);
     const QString name = QString::fromLatin1(layout.file_name.data(), layout.file_name.size());
     const QString path = winpath::join(folder, name);
     QString error;

@@ -1,0 +1,235 @@
+#include "app/cli_yearend.h"
+
+#include <QFileInfo>
+#include <memory>
+#include <optional>
+
+#include "platform/executable.h"
+#include "shell/folders.h"
+#include "shell/main_menu.h"
+#include "shell/startup.h"
+#include "store/upgrades.h"
+#include "ui/scripted_dialogs.h"
+#include "yearend/staff_export.h"
+#include "yearend/year_choice.h"
+#include "yearend/year_end.h"
+
+namespace korvel::app {
+
+namespace {
+
+// The options the year commands share, and their own ("--from" takes a value, "--append"
+// none).
+struct YearOptions {
+    platform::DriveMap drives = platform::DriveMap::from_environment();
+    std::optional<bool> afrikaans;
+    QMap<QString, QString> values;
+    QStringList flags;
+    QStringList words;  // what stands without an option
+};
+
+std::optional<YearOptions> read_options(const QStringList& args, const QStringList& with_value,
+                                        const QStringList& flags, QTextStream& err) {
+    YearOptions o;
+    for (qsizetype i = 1; i < args.size(); ++i) {
+        const QString& a = args.at(i);
+        const bool has_value = i + 1 < args.size();
+        if (a == u"--drive" && has_value) {
+            const QStringList bad = o.drives.read_config(args.at(++i));
+            if (!bad.isEmpty()) {
+                err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
+                return std::nullopt;
+            }
+        } else if (a == u"--lang" && has_value &&
+                   (args.at(i + 1) == u"af" || args.at(i + 1) == u"en")) {
+            o.afrikaans = args.at(++i) == u"af";
+        } else if (with_value.contains(a) && has_value) {
+            o.values[a] = args.at(++i);
+        } else if (flags.contains(a)) {
+            o.flags << a;
+        } else if (!a.startsWith(QStringLiteral("--"))) {
+            o.words << a;
+        } else {
+            err << "usage: korvel-cli\n" << kYearEndUsage;
+            return std::nullopt;
+        }
+    }
+    return o;
+}
+
+// The start-up without a window, in the language asked for.
+struct Unattended {
+    explicit Unattended(const YearOptions& o) : session(dialogs, o.drives), startup(session) {
+        session.executable_path = platform::executable_windows_path(o.drives);
+        session.afrikaans = false;
+    }
+    bool start(const YearOptions& o) {
+        if (!startup.run_unattended()) {
+            return false;
+        }
+        if (o.afrikaans) {
+            session.afrikaans = *o.afrikaans;
+        }
+        return true;
+    }
+    ui::UnattendedDialogs dialogs;
+    shell::Session session;
+    shell::Startup startup;
+};
+
+}  // namespace
+
+int year_end_command(const QStringList& args, QTextStream& out, QTextStream& err) {
+    const auto o = read_options(args, {QStringLiteral("--from"), QStringLiteral("--to")},
+                                {QStringLiteral("--overwrite"), QStringLiteral("--append")}, err);
+    if (!o) {
+        return 2;
+    }
+    const QString from = o->values.value(QStringLiteral("--from"));
+    if (!shell::is_year_text(from) || !o->values.contains(QStringLiteral("--to")) ||
+        o->flags.size() > 1 || !o->words.isEmpty()) {
+        err << "usage: korvel-cli\n" << kYearEndUsage;
+        return 2;
+    }
+    Unattended run(*o);
+    if (!run.start(*o)) {
+        return 1;
+    }
+    shell::Session& s = run.session;
+    // The closing works from the from year; the year remembered for the program stays.
+    s.ledger_year = from;
+    s.folders.staff = s.folders.staff.left(s.folders.staff.size() - 4) + from;
+    if (!s.fs().folder_exists(s.folders.staff)) {
+        err << "korvel-cli: no staff folder for " << from << ": " << s.folders.staff << "\n";
+        return 1;
+    }
+    yearend::YearEnd form(s);
+    form.form_load();
+    form.nuwe_jaar = o->values.value(QStringLiteral("--to"));
+    form.evj_ok_click();
+    if (form.byvoeg_oorskryf_visible) {
+        if (o->flags.isEmpty()) {
+            err << form.bo_teks << "\n(--overwrite or --append)\n";
+            return 1;
+        }
+        form.bo_opsie = o->flags.first() == u"--append" ? 1 : 0;
+        form.bo_ok_click();
+    }
+    if (!form.completed) {
+        return 1;
+    }
+    out << "year-end: " << from << " -> " << form.nuwe_jaar << "\n"
+        << "target folder: " << form.target() << "\n";
+    return 0;
+}
+
+int use_year_command(const QStringList& args, QTextStream& out, QTextStream& err) {
+    const auto o = read_options(args, {}, {}, err);
+    if (!o) {
+        return 2;
+    }
+    if (o->words.size() != 1 ||
+        (!shell::is_year_text(o->words.first()) && o->words.first() != u"0")) {
+        err << "usage: korvel-cli\n" << kYearEndUsage;
+        return 2;
+    }
+    Unattended run(*o);
+    if (!run.start(*o)) {
+        return 1;
+    }
+    shell::MainMenu menu(run.session, run.startup);
+    yearend::YearChoice choice(run.session,
+                               [&](const QString& year) { menu.rekords_jaar_lys_click(year); });
+    choice.form_load();
+    choice.choose(o->words.first());
+    out << "ledger year: " << run.session.ledger_year << "\n"
+        << "staff folder: " << run.session.folders.staff << "\n";
+    return 0;
+}
+
+int export_command(const QStringList& args, QTextStream& out, QTextStream& err) {
+    const auto o = read_options(
+        args, {QStringLiteral("--year"), QStringLiteral("--fields"), QStringLiteral("--xlsx")}, {},
+        err);
+    if (!o) {
+        return 2;
+    }
+    const QString year = o->values.value(QStringLiteral("--year"));
+    const QString file = o->values.value(QStringLiteral("--xlsx"));
+    const QStringList wanted = o->values.value(QStringLiteral("--fields")).split(u',');
+    if (!shell::is_year_text(year) || file.isEmpty() || wanted.join(QString()).isEmpty() ||
+        !o->words.isEmpty()) {
+        err << "usage: korvel-cli\n" << kYearEndUsage;
+        return 2;
+    }
+    Unattended run(*o);
+    if (!run.start(*o)) {
+        return 1;
+    }
+    yearend::StaffExport form(run.session);
+    form.load();
+    const int at = int(form.rekords_jaar_lys.indexOf(year));
+    if (at < 0) {
+        err << "korvel-cli: no staff folder for " << year << "\n";
+        return 1;
+    }
+    form.rekords_jaar_lys_dbl_click(at);
+    // A field by its record field's name or its heading in the workbook.
+    for (const QString& name : wanted) {
+        const QString w = name.trimmed();
+        bool known = false;
+        for (int i = 0; i < yearend::kExportFieldCount; ++i) {
+            const bool all = w.compare(QStringLiteral("all"), Qt::CaseInsensitive) == 0;
+            if (all ||
+                w.compare(QLatin1String(yearend::kExportFields[size_t(i)].name),
+                          Qt::CaseInsensitive) == 0 ||
+                w.compare(form.heading_of(i), Qt::CaseInsensitive) == 0) {
+                form.uitvoer_velde_selected[size_t(i)] = true;
+                known = true;
+            }
+        }
+        if (!known) {
+            err << "korvel-cli: no export field is named " << w << "\n";
+            return 2;
+        }
+    }
+    QString error;
+    if (!form.write_workbook(QFileInfo(file).absoluteFilePath(), &error)) {
+        err << "korvel-cli: cannot write " << error << "\n";
+        return 1;
+    }
+    out << "exported: " << form.personeel_lys.size() << " staff of " << year << " to "
+        << QFileInfo(file).absoluteFilePath() << "\n";
+    return 0;
+}
+
+int upgrade_command(const QStringList& args, QTextStream& out, QTextStream& err) {
+    const auto o = read_options(args, {}, {}, err);
+    if (!o || !o->words.isEmpty()) {
+        err << "usage: korvel-cli\n" << kYearEndUsage;
+        return 2;
+    }
+    Unattended run(*o);
+    if (!run.start(*o)) {
+        return 1;
+    }
+    shell::Session& s = run.session;
+    // Each year is opened as its own ledger year, as choosing it in the program would.
+    for (const QString& year : shell::ledger_years(s)) {
+        const QString folder = s.folders.staff.left(s.folders.staff.size() - 4) + year;
+        if (!s.fs().folder_exists(folder)) {
+            continue;
+        }
+        for (const store::Code code : store::kStaffCodes) {
+            const store::Layout& layout = store::layout_of(code);
+            const QString done = store::upgrade_on_open(
+                s.fs(), QString::fromLatin1(layout.code.data(), layout.code.size()), folder, year);
+            if (!done.isEmpty()) {
+                out << folder << ": " << done << "\n";
+            }
+        }
+    }
+    return 0;
+}
+
+}  // namespace korvel::app
