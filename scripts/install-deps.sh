@@ -7,11 +7,11 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build pkg-config
   qt6-base-dev qt6-base-dev-tools libgl-dev
-  libxlsxwriter-dev libfreexl-dev libshp-dev
+  libxlsxwriter-dev libfreexl-dev libzip-dev libshp-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation2
   clang libclang-rt-14-dev
-  poppler-utils python3-openpyxl python3-dbf
+  poppler-utils python3-openpyxl python3-dbf python3-xlwt
   libreoffice-writer-nogui
   xvfb xauth
   ccache

@@ -6,6 +6,7 @@
 
 #include "app/cli_check.h"
 #include "app/cli_dump.h"
+#include "app/cli_members.h"
 #include "app/cli_subjects.h"
 #include "app/cli_yearend.h"
 #include "platform/executable.h"
@@ -206,6 +207,7 @@ int info(const QStringList& args, QTextStream& out, QTextStream& err) {
 int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (args.isEmpty() || args.first() == u"--help" || args.first() == u"help") {
         (args.isEmpty() ? err : out) << kUsage << kSubjectsListUsage << kSubjectsRebuildUsage
+                                     << kMembersUsage << kImportLuritsUsage
                                      << reports::kPrintUsage << reports::kFormListsPrintUsage;
         return args.isEmpty() ? 2 : 0;
     }
@@ -246,6 +248,12 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
         }
         if (command == u"subjects" && args.value(1) == u"rebuild") {
             return subjects_rebuild(args, out, err);
+        }
+        if (command == u"import-lurits") {
+            return import_lurits_command(args, out, err);
+        }
+        if (command == u"members") {
+            return members_command(args, out, err);
         }
         err << "korvel-cli: unknown command " << command << "\n" << kUsage;
         return 2;

@@ -14,17 +14,12 @@ const char* const kSubjectsListUsage =
     "  subjects list [--lang af|en] [--drive X:=DIR ...]\n"
     "      the staff subject codes of the suite home: code, grade, name\n";
 
-namespace {
-
-// A value as a field of a comma-separated line: quoted when it holds a comma or a quote.
 QString csv_field(const QString& value) {
     if (!value.contains(u',') && !value.contains(u'"')) {
         return value;
     }
     return u'"' + QString(value).replace(QStringLiteral("\""), QStringLiteral("\"\"")) + u'"';
 }
-
-}  // namespace
 
 int subjects_list(const QStringList& args, QTextStream& out, QTextStream& err) {
     platform::DriveMap drives = platform::DriveMap::from_environment();

@@ -9,6 +9,9 @@ namespace korvel::app {
 
 extern const char* const kSubjectsListUsage;
 
+// A value as a field of a comma-separated line: quoted when it holds a comma or a quote.
+QString csv_field(const QString& value);
+
 // "subjects list [--lang af|en] [--drive X:=DIR ...]": one line a code, "code,grade,name", the
 // name in the language asked for (default: the program's). A missing list prints nothing.
 int subjects_list(const QStringList& args, QTextStream& out, QTextStream& err);

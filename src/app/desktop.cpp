@@ -22,6 +22,7 @@
 #include "platform/process_end.h"
 #include "shell/common_dialogs.h"
 #include "shell/form_header.h"
+#include "staff/lurits_import.h"
 
 namespace korvel::app {
 
@@ -98,6 +99,7 @@ MenuForm::MenuForm(shell::Session& session, shell::Startup& startup,
         menu_.available_forms.insert(name);
     }
     menu_.open_child_form = [this](const QString& name) { open_child_form(name); };
+    menu_.import_lurits = [this] { staff::import_lurits_staff(s_); };
     menu_.open_document = [](const QString& native) {
         return QDesktopServices::openUrl(QUrl::fromLocalFile(native));
     };
@@ -178,7 +180,10 @@ MenuForm::MenuForm(shell::Session& session, shell::Startup& startup,
     data_check_->setObjectName(QStringLiteral("data_check"));
     data_check_->setEnabled(menu_.available_forms.contains(QStringLiteral("data_check")));
     prs_export_->setEnabled(menu_.available_forms.contains(QStringLiteral("sk4_export")));
-    for (QPushButton* b : {tab_undo_, nuusbrief_, prs_export_, backup_, help_pdf_, data_check_}) {
+    lurits_import_ = new QPushButton(QStringLiteral("L"), this);
+    lurits_import_->setObjectName(QStringLiteral("lurits_import"));
+    for (QPushButton* b :
+         {tab_undo_, nuusbrief_, prs_export_, backup_, help_pdf_, data_check_, lurits_import_}) {
         tools->addWidget(b);
     }
     tools->addStretch();
@@ -190,6 +195,7 @@ MenuForm::MenuForm(shell::Session& session, shell::Startup& startup,
     connect(data_check_, &QPushButton::clicked, this, [this] { menu_.data_check_click(); });
     connect(prs_export_, &QPushButton::clicked, this,
             [this] { open_child_form(QStringLiteral("sk4_export")); });
+    connect(lurits_import_, &QPushButton::clicked, this, [this] { menu_.lurits_import_click(); });
 
     auto* body = new QHBoxLayout;
     body->addLayout(entries, 1);
@@ -228,6 +234,7 @@ void MenuForm::refresh() {
     tab_undo_->setToolTip(menu_.tab_undo_tooltip);
     nuusbrief_->setToolTip(menu_.nuusbrief_tooltip);
     data_check_->setToolTip(menu_.data_check_tooltip);
+    lurits_import_->setToolTip(menu_.lurits_import_tooltip);
     dir_disp_staff_->setToolTip(menu_.dir_disp_staff_tooltip);
     dir_disp_staff_->setText(menu_.dir_disp_staff);
     ops_datum_->setText(menu_.header.ops_datum);

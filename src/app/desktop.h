@@ -89,6 +89,7 @@ class MenuForm : public QWidget {
     QPushButton* backup_;
     QPushButton* help_pdf_;
     QPushButton* data_check_;
+    QPushButton* lurits_import_;
     QTimer timer1_;
     std::map<QString, QPointer<QWidget>> open_forms_;
 };

@@ -1,6 +1,8 @@
 #include "app/forms.h"
 
 #include "check/data_check_form.h"
+#include "governing/member_entry.h"
+#include "governing/member_register_form.h"
 #include "staff/staff_register_form.h"
 #include "yearend/staff_export_form.h"
 #include "yearend/year_end_form.h"
@@ -12,6 +14,7 @@ const std::map<QString, FormFactory>& desktop_forms() {
         {QStringLiteral("sk411_prg"),
          [](shell::Session& session, QWidget* parent) -> QWidget* {
              auto* form = new staff::StaffRegisterForm(session, session.educator_flag, parent);
+             form->behaviour().copy_to_governing_body = governing::copy_to_governing_body;
              if (!form->load()) {
                  delete form;
                  return nullptr;
@@ -32,6 +35,10 @@ const std::map<QString, FormFactory>& desktop_forms() {
                      menu->refresh();
                  }
              });
+         }},
+        {QStringLiteral("sk411_bl_prg"),
+         [](shell::Session& session, QWidget* parent) -> QWidget* {
+             return new governing::MemberRegisterForm(session, parent);
          }},
     };
     return forms;

@@ -8,6 +8,7 @@
 #include "attendance/attendance_register_form.h"
 #include "attendance/leave_capture_form.h"
 #include "attendance/reason_codes_form.h"
+#include "governing/member_register_form.h"
 #include "platform/drive_map.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
@@ -48,6 +49,7 @@ int main(int argc, char** argv) {
     staff::register_appointments_form(dialogs);
     staff::register_experience_form(dialogs);
     staff::register_subject_codes_form(dialogs);
+    governing::register_member_entry_form(dialogs);
     staff::register_staff_subjects_form(dialogs);
     platform::DriveMap drives = platform::DriveMap::from_environment();
     shell::Session session(dialogs, drives);

@@ -51,6 +51,8 @@ void MainMenu::set_captions() {
                               " Read/Print News letter & Changes information ");
     data_check_tooltip =
         s_.tr(" Kontroleer die datalêers van die jaar ", " Check the data files of the year ");
+    lurits_import_tooltip = s_.tr(" Voer LURITS personeelbesonderhede in (Excel-werkboek) ",
+                                  " Import LURITS staff information (Excel workbook) ");
 }
 
 QStringList ledger_years(const Session& s_) {

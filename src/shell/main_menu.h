@@ -35,6 +35,7 @@ class MainMenu {
     QString sk4_exit_tooltip = QStringLiteral("EXIT");
     QString backup_tooltip, dir_disp_staff_tooltip, tab_undo_tooltip, nuusbrief_tooltip;
     QString data_check_tooltip;
+    QString lurits_import_tooltip;
     QStringList rekords_jaar_lys;  // ledger years with folders, rising
     QString year_label;
     QString dir_disp_staff;  // the staff folder, as upper_name shows it
@@ -46,6 +47,8 @@ class MainMenu {
     QSet<QString> available_forms;
     // Opens a child form by name beside the menu (a second open restarts it).
     std::function<void(const QString& form)> open_child_form;
+    // The import of a LURITS staff workbook; empty when the program has none.
+    std::function<void()> import_lurits;
     // Opens a document with the desktop's viewer; false when none could.
     std::function<bool(const QString& native_path)> open_document;
 
@@ -65,6 +68,12 @@ class MainMenu {
     void backup_click();
     // The data check of the year, as a report (the form "data_check").
     void data_check_click();
+    // The small button of the LURITS staff import.
+    void lurits_import_click() {
+        if (import_lurits) {
+            import_lurits();
+        }
+    }
     void timer1_tick();
     // A language change from the splash or a test: captions and tooltips again.
     void set_captions();

@@ -77,6 +77,12 @@ void opmerkings_click(shell::Session& session, const QString& post, bool right_b
             ui::Icon::Exclamation);
         return;
     }
+    open_remarks(session, QStringLiteral("personeel_opmerkings.") + number,
+                 QStringLiteral("privaat_opmerkings.") + number, number, right_button);
+}
+
+void open_remarks(shell::Session& session, const QString& public_name, const QString& private_name,
+                  const QString& whose, bool right_button) {
     if (right_button && !shell::ask_system_password(session)) {
         return;
     }
@@ -89,16 +95,14 @@ void opmerkings_click(shell::Session& session, const QString& post, bool right_b
             ui::Icon::Critical);
         return;
     }
-    const QString name = (right_button ? QStringLiteral("privaat_opmerkings.")
-                                       : QStringLiteral("personeel_opmerkings.")) +
-                         number;
     const QString caption =
         right_button
             ? session.tr(QStringLiteral("PRIVAAT OPMERKINGS - "),
                          QStringLiteral("PRIVATE REMARKS - ")) +
-                  number
-            : session.tr(QStringLiteral("OPMERKINGS - "), QStringLiteral("REMARKS - ")) + number;
-    RemarksFrame frame(session, winpath::join(folder, name), caption);
+                  whose
+            : session.tr(QStringLiteral("OPMERKINGS - "), QStringLiteral("REMARKS - ")) + whose;
+    RemarksFrame frame(session, winpath::join(folder, right_button ? private_name : public_name),
+                       caption);
     if (frame.form_load()) {
         session.dialogs().show_modal(frame);
     }

@@ -58,4 +58,10 @@ QString remarks_folder(const shell::Session& session);
 // a file name opens nothing and says why.
 void opmerkings_click(shell::Session& session, const QString& post, bool right_button);
 
+// Opens a person's public remarks file (left click) or, after the system password, the private
+// one (right click), both named in the remarks folder; whose names the person in the caption.
+// The names must be safe file names.
+void open_remarks(shell::Session& session, const QString& public_name, const QString& private_name,
+                  const QString& whose, bool right_button);
+
 }  // namespace korvel::staff

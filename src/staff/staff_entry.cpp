@@ -144,14 +144,13 @@ bool blank(const QString& s) {
     return s.trimmed().isEmpty();
 }
 
-// A birth date field's text as a date in the dot form, or blank when it is none.
+}  // namespace
+
 QString canonical_date(const QString& text) {
     QString t = text.trimmed();
     t.replace(u'.', u'/');
     return shell::date_to_text(t);
 }
-
-}  // namespace
 
 QStringList entry_list_rows(EntryList list, bool afrikaans, bool educators) {
     const auto pick = [afrikaans](QStringList af, QStringList en) { return afrikaans ? af : en; };
@@ -369,6 +368,7 @@ void StaffEntry::form_load() {
     opmerkings_caption = session_.tr("OPMERKINGS", "REMARKS");
     alg_opsies_caption = session_.tr("MEER BESONDERHEDE", "MORE DETAILS");
     data_del_enabled = !session_.browse_mode;
+    kopieer_na_bl_enabled = bool(owner_.copy_to_governing_body);
 }
 
 void StaffEntry::select_record() {
@@ -899,6 +899,17 @@ void StaffEntry::alg_opsies_click(int index) {
     session_.dialogs().show_modal(chooser);
     if (chooser.chosen > 0) {
         open_detail_form(session_, static_cast<StaffDetail>(chooser.chosen), educators());
+    }
+}
+
+void StaffEntry::kopieer_na_bl_click() {
+    if (!owner_.copy_to_governing_body) {
+        return;
+    }
+    session_.open_file(Code::BHRLGM);
+    if (compulsory_fields_complete() && save_record()) {
+        owner_.copy_to_governing_body(session_);
+        closed = true;
     }
 }
 

@@ -48,6 +48,9 @@ QStringList entry_list_rows(EntryList list, bool afrikaans, bool educators);
 // 2000s, as the Windows date window reads them.
 QString birth_date_from_id(const QString& id);
 
+// A typed date's text in the dot form, or blank when it is no date ("." read as "/").
+QString canonical_date(const QString& text);
+
 // The data_teks label of a field (the label index is not always the field's); -1 for none.
 int entry_label_of_field(int field);
 
@@ -90,7 +93,7 @@ class StaffEntry : public ui::ChildForm {
     // The captions of the buttons that have none of their own on the old form's pictures.
     QString data_del_caption, data_aktiveer_caption, opmerkings_caption, alg_opsies_caption;
     bool data_del_enabled = true;        // off in browse mode
-    bool kopieer_na_bl_enabled = false;  // waits for the governing body register
+    bool kopieer_na_bl_enabled = false;  // where the governing body forms are there
     bool western_cape = false;           // field 15 is the typed CEMIS number
     int focus_field = -1;                // a field the form must give the focus to, then -1
     bool closed = false;
@@ -120,6 +123,8 @@ class StaffEntry : public ui::ChildForm {
     void data_aktiveer_click();
     void alg_opsies_click(int index);
     void opmerkings_click(bool right_button);
+    // Kopieer_na_bl: the save, then the governing body entry filled from this person.
+    void kopieer_na_bl_click();
     void staff_exit_click() { closed = true; }
 
     // The save of the fields, without the compulsory tests; false when it stopped.

@@ -332,6 +332,8 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
         alg_opsies, [&] { entry.alg_opsies_click(1); }, refresh);
     on_click(
         staff_exit, [&] { entry.staff_exit_click(); }, refresh);
+    on_click(
+        kopieer, [&] { entry.kopieer_na_bl_click(); }, refresh);
     opmerkings->pressed_with = [&](bool right) {
         entry.opmerkings_click(right);
         refresh();

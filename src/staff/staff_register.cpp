@@ -149,6 +149,14 @@ void fill_staff_lists(store::Store& store, RegisterGrid& grid, HiddenList& post_
     grid.sort();
 }
 
+int next_record_number(store::Store& store, Code code) {
+    const store::RecordFile* f = store.file(code);
+    const double records =
+        f == nullptr ? 0.0
+                     : static_cast<double>(f->byte_size()) / store::layout_of(code).record_length;
+    return static_cast<int>(std::nearbyint(records + 1.0));
+}
+
 // ---- StaffRegister ---------------------------------------------------------------------------
 
 StaffRegister::StaffRegister(shell::Session& session, bool educators)
@@ -292,22 +300,28 @@ void StaffRegister::prs_grid_key_down(int key_code) {
     }
 }
 
-void StaffRegister::search_grid() {
-    const std::optional<QString> answer = session_.dialogs().input(
-        session_.tr("SOEK : VAN/NAME (of GEDEELTE)", "SEARCH : SURNAME/NAMES (or PART of)"),
-        QString(), session_.register_search_text);
+bool search_grid(shell::Session& session, RegisterGrid& grid) {
+    const std::optional<QString> answer = session.dialogs().input(
+        session.tr("SOEK : VAN/NAME (of GEDEELTE)", "SEARCH : SURNAME/NAMES (or PART of)"),
+        QString(), session.register_search_text);
     if (!answer || answer->trimmed().isEmpty()) {
-        return;
+        return false;
     }
-    session_.register_search_text = *answer;
-    for (int i = 0; i < static_cast<int>(prs_grid.rows.size()); ++i) {
-        const GridRow& row = prs_grid.rows[static_cast<std::size_t>(i)];
+    session.register_search_text = *answer;
+    for (int i = 0; i < static_cast<int>(grid.rows.size()); ++i) {
+        const GridRow& row = grid.rows[static_cast<std::size_t>(i)];
         if (row.cells[kColSurname].contains(*answer, Qt::CaseInsensitive) ||
             row.cells[kColNames].contains(*answer, Qt::CaseInsensitive)) {
-            prs_grid.selected = i;
-            grid_has_focus = true;
-            return;
+            grid.selected = i;
+            return true;
         }
+    }
+    return false;
+}
+
+void StaffRegister::search_grid() {
+    if (staff::search_grid(session_, prs_grid)) {
+        grid_has_focus = true;
     }
 }
 
@@ -424,15 +438,7 @@ void StaffRegister::start_new_record() {
     if (!session_.is_open(Code::PRSALG) && !session_.open_file(Code::PRSALG)) {
         return;
     }
-    // The new record stands after what the file holds now, as its length over the record
-    // length counts it.
-    const auto next_number = [this](Code code) {
-        const store::RecordFile* f = session_.file(code);
-        const double records = f == nullptr ? 0.0
-                                            : static_cast<double>(f->byte_size()) /
-                                                  store::layout_of(code).record_length;
-        return static_cast<int>(std::nearbyint(records + 1.0));
-    };
+    const auto next_number = [this](Code code) { return next_record_number(session_, code); };
     const int number = next_number(Code::PRSALG);
     session_.working(Code::PRSALG).clear();
     session_.write_record(Code::PRSALG, number);

@@ -75,6 +75,15 @@ struct RegisterGrid {
 void fill_staff_lists(store::Store& store, RegisterGrid& grid, HiddenList& post_list,
                       HiddenList& name_list, const QString& state_filter = QStringLiteral("*"));
 
+// The number a new record of an open file gets: it stands after what the file holds now, as
+// its length over the record length counts it.
+int next_record_number(store::Store& store, store::Code code);
+
+// The search of a register: an input box asks for a text (offering the last one) and the first
+// row whose column 3 or 4 holds it, without regard to case, is selected. False when nothing
+// was asked or found.
+bool search_grid(shell::Session& session, RegisterGrid& grid);
+
 class StaffRegister {
   public:
     // The menu opens the register with the population already chosen.
@@ -115,6 +124,8 @@ class StaffRegister {
     std::function<void(bool educators)> open_attendance;  // the attendance register, modal
     std::function<void()> open_subject_rebuild;           // the staff subject rebuild, modal
     std::function<void(int done, int total)> progress;    // the fill's progress bar
+    // The governing body entry filled from the staff member in the working records.
+    std::function<void(shell::Session&)> copy_to_governing_body;
 
     // ---- events ----
     // Captions, then the repair and the fill. False, after the user was told, when there are

@@ -206,9 +206,10 @@ Compaction take_folder_lock(Store& store, const QString& folder,
 
 // What crashed rebuilds left behind: the ".new" files of the master, name and subject files,
 // ours or any other process's (the lock keeps every other writer out while we hold it).
-bool remove_leftovers(Store& store, const QString& folder) {
-    static const QRegularExpression leftover(
-        QStringLiteral("^prs_(alg|nme|vak)_random(\\..*)?\\.new$"),
+bool remove_leftovers(Store& store, const QString& folder,
+                      const QString& bases = QStringLiteral("prs_(alg|nme|vak)_random")) {
+    const QRegularExpression leftover(
+        QStringLiteral("^") + bases + QStringLiteral("(\\..*)?\\.new$"),
         QRegularExpression::CaseInsensitiveOption);
     const QStringList names = store.fs().file_names(folder) + store.fs().folder_names(folder);
     for (const QString& name : names) {
@@ -471,6 +472,71 @@ Compaction Store::compact_staff_files(QString* why) {
     open_file(Code::PRSVAK, folder);
     staff_index.clear();  // record numbers have changed; the register builds it again
     return outcome;
+}
+
+Compaction Store::rewrite_file(Code code, const std::function<bool(const Record&)>& keep,
+                               QString* why) {
+    const auto step_done = [this](int step) {
+        if (compaction_step_done) {
+            compaction_step_done(step);
+        }
+    };
+    const Layout& layout = layout_of(code);
+    const QString folder = folder_of(code).isEmpty() ? folders.staff : folder_of(code);
+    const QString name = QString::fromLatin1(layout.file_name.data(),
+                                             static_cast<qsizetype>(layout.file_name.size()));
+    const QString base = name.section(u'.', 0, 0);
+    const QString path = winpath::join(folder, name);
+    if (!fs().file_exists(path)) {
+        return Compaction::Done;  // nothing to rewrite
+    }
+    std::unique_ptr<platform::HeldLock> lock;
+    if (const Compaction taken = take_folder_lock(*this, folder, &lock, why);
+        taken != Compaction::Done) {
+        return taken;
+    }
+    if (refuse_past_limit(*this, path, layout.record_length) ||
+        !remove_leftovers(*this, folder, QRegularExpression::escape(base))) {
+        return Compaction::Stopped;
+    }
+    const Stamp read = stamp_of(*this, path);
+    if (!open_file(code, folder)) {
+        return Compaction::Stopped;
+    }
+    NewFile out(*this, folder, base, layout.record_length);
+    if (!out.ok()) {
+        out.discard();
+        return cannot(*this, out.path());
+    }
+    step_done(1);
+    scan_records(code, [&](int, Record& r) {
+        if (keep(r)) {
+            out.append(r.data());
+        }
+    });
+    close_file(code);
+    const bool written = out.finish() && out.whole();
+    step_done(4);
+    const auto abandon = [&](Compaction outcome) {
+        out.discard();
+        open_file(code, folder);
+        return outcome;
+    };
+    if (!written) {
+        return abandon(cannot(*this, out.path()));
+    }
+    if (!(stamp_of(*this, path) == read)) {
+        if (why != nullptr) {
+            *why = QStringLiteral("the file was written while it was compacted");
+        }
+        return abandon(Compaction::Skipped);
+    }
+    if (!fs().replace_file(out.path(), path)) {
+        return abandon(cannot(*this, path));
+    }
+    step_done(5);
+    open_file(code, folder);
+    return Compaction::Done;
 }
 
 }  // namespace korvel::store

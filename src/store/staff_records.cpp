@@ -278,10 +278,29 @@ bool Store::replace_staff_record() {
     return write_record(Code::PRSALG, state(Code::PRSALG).current);
 }
 
+bool ask_inactivate(Store& store) {
+    return store.dialogs().ask(store.tr("WIL U DIE REKORD ONAKTIEF MAAK ?",
+                                        "DO YOU WISH TO INACTIVATE THE RECORD ?"),
+                               ui::Buttons::YesNo, ui::Icon::Question,
+                               ui::Answer::No) == ui::Answer::Yes;
+}
+
+bool ask_reactivate(Store& store) {
+    return store.dialogs().ask(store.tr("WIL U DIE REKORD HERAKTIVEER ?",
+                                        "DO YOU WISH TO RE-ACTIVATE THE RECORD ?"),
+                               ui::Buttons::YesNo, ui::Icon::Question,
+                               ui::Answer::No) == ui::Answer::Yes;
+}
+
+bool ask_delete(Store& store) {
+    return store.dialogs().ask(store.tr("WIL U DIE REKORD PERMANENT VERWYDER ?",
+                                        "DO YOU WISH TO PERMANENTLY REMOVE THE RECORD ?"),
+                               ui::Buttons::YesNo, ui::Icon::Question,
+                               ui::Answer::No) == ui::Answer::Yes;
+}
+
 bool Store::inactivate_staff_record() {
-    if (dialogs().ask(
-            tr("WIL U DIE REKORD ONAKTIEF MAAK ?", "DO YOU WISH TO INACTIVATE THE RECORD ?"),
-            ui::Buttons::YesNo, ui::Icon::Question, ui::Answer::No) != ui::Answer::Yes) {
+    if (!ask_inactivate(*this)) {
         return false;
     }
     Record& r = working(Code::PRSALG);
@@ -291,9 +310,7 @@ bool Store::inactivate_staff_record() {
 }
 
 bool Store::reactivate_staff_record() {
-    if (dialogs().ask(
-            tr("WIL U DIE REKORD HERAKTIVEER ?", "DO YOU WISH TO RE-ACTIVATE THE RECORD ?"),
-            ui::Buttons::YesNo, ui::Icon::Question, ui::Answer::No) != ui::Answer::Yes) {
+    if (!ask_reactivate(*this)) {
         return false;
     }
     working(Code::PRSALG).set_text(kState, QString());
@@ -305,9 +322,7 @@ bool Store::delete_staff_record() {
     if (r.text(kState).trimmed() != u"*") {
         return false;  // an active record is first made inactive
     }
-    if (dialogs().ask(tr("WIL U DIE REKORD PERMANENT VERWYDER ?",
-                         "DO YOU WISH TO PERMANENTLY REMOVE THE RECORD ?"),
-                      ui::Buttons::YesNo, ui::Icon::Question, ui::Answer::No) != ui::Answer::Yes) {
+    if (!ask_delete(*this)) {
         return false;
     }
     r.set_text(kState, QStringLiteral("D"));

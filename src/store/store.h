@@ -187,6 +187,12 @@ class Store {
     // For tests of the crash safety: called with the step number (1 to 6) as each step of the
     // compaction ends.
     std::function<void(int)> compaction_step_done;
+    // A file of the folder rewritten whole, keeping in order the records keep answers true
+    // for, as the compaction replaces its files: under the folder's lock, through a ".new"
+    // that takes the old file's place in one step. Steps 1 (new file made), 4 (written) and
+    // 5 (replaced) are reported to compaction_step_done.
+    Compaction rewrite_file(Code code, const std::function<bool(const Record&)>& keep,
+                            QString* why = nullptr);
 
   protected:
     // What the close-all path reopens: the school file and the program-wide settings.
@@ -203,6 +209,11 @@ class Store {
     HandlePool pool_;
     std::array<FileState, kCodeCount> files_;
 };
+
+// The questions of a record's life, shared by every register: true when the user said Yes.
+bool ask_inactivate(Store& store);
+bool ask_reactivate(Store& store);
+bool ask_delete(Store& store);
 
 // A field and slot addressed by a running number; nullopt outside the range.
 struct FieldSlot {
