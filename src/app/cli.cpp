@@ -7,6 +7,7 @@
 #include "app/cli_check.h"
 #include "app/cli_dump.h"
 #include "app/cli_subjects.h"
+#include "payroll/payroll_cli.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
 #include "reports/cli_print.h"
@@ -205,7 +206,8 @@ int info(const QStringList& args, QTextStream& out, QTextStream& err) {
 int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (args.isEmpty() || args.first() == u"--help" || args.first() == u"help") {
         (args.isEmpty() ? err : out) << kUsage << kSubjectsListUsage << kSubjectsRebuildUsage
-                                     << reports::kPrintUsage << reports::kFormListsPrintUsage;
+                                     << reports::kPrintUsage << reports::kFormListsPrintUsage
+                                     << payroll::kPayrollPrintUsage;
         return args.isEmpty() ? 2 : 0;
     }
     try {
