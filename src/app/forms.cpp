@@ -1,6 +1,7 @@
 #include "app/forms.h"
 
 #include "check/data_check_form.h"
+#include "payroll/salary_capture_form.h"
 #include "staff/staff_register_form.h"
 
 namespace korvel::app {
@@ -17,6 +18,7 @@ const std::map<QString, FormFactory>& desktop_forms() {
              return form;
          }},
         {QStringLiteral("data_check"), check::open_data_check},
+        {QStringLiteral("sk461_prg"), payroll::open_salary_capture},
     };
     return forms;
 }
