@@ -1,5 +1,6 @@
 #include "payroll/pay_records.h"
 
+#include "platform/codepage.h"
 #include "shell/helpers.h"
 #include "shell/session.h"
 
@@ -73,43 +74,48 @@ PayMonth pay_month(const store::Record& r, int record) {
     return m;
 }
 
-void PayBook::add(const PayMonth& m, const QString& post) {
-    if (m.month < 1 || m.month > 12)
+namespace {
+
+QByteArray post_key(const QByteArray& raw) {
+    return raw.trimmed().toUpper();
+}
+
+}  // namespace
+
+void PayBook::add(const store::Record& r, int record) {
+    static const Field& kPost = PRSLNE["PL_POS_NR"];
+    const int month = r.int16(PRSLNE["PL_MAAND"]);
+    if (month < 1 || month > 12)
         return;
-    const QString key = post.trimmed().toUpper();
+    const QByteArray key = post_key(r.raw(kPost));
     if (key.isEmpty())
         return;
     auto it = index_.find(key);
     if (it == index_.end())
         it = index_.insert(key, std::array<int, 13>{});
-    int& slot = (*it)[size_t(m.month)];
+    int& slot = (*it)[size_t(month)];
     if (slot != 0)
         return;  // the first record of a person and month holds
-    months_.push_back(m);
-    slot = int(months_.size());
+    records_.push_back(r);
+    numbers_.push_back(record);
+    slot = int(records_.size());
 }
 
-const PayMonth* PayBook::find(const QString& post, int month) const {
+std::optional<PayMonth> PayBook::find(const QString& post, int month) const {
     if (month < 1 || month > 12)
-        return nullptr;
-    const auto it = index_.constFind(post.trimmed().toUpper());
+        return std::nullopt;
+    const auto it = index_.constFind(post_key(cp1252::encode(post)));
     if (it == index_.constEnd() || (*it)[size_t(month)] == 0)
-        return nullptr;
-    return &months_[size_t((*it)[size_t(month)] - 1)];
+        return std::nullopt;
+    const size_t at = size_t((*it)[size_t(month)] - 1);
+    return pay_month(records_[at], numbers_[at]);
 }
 
 PayBook read_pay_book(shell::Session& s) {
     PayBook book;
     if (!s.is_open(Code::PRSLNE))
         s.open_staff_file(QStringLiteral("PRSLNE"));
-    static const Field& kPost = PRSLNE["PL_POS_NR"];
-    static const Field& kMonth = PRSLNE["PL_MAAND"];
-    s.scan_records(Code::PRSLNE, [&](int number, store::Record& r) {
-        const int month = r.int16(kMonth);
-        if (month < 1 || month > 12)
-            return;
-        book.add(pay_month(r, number), r.text(kPost));
-    });
+    s.scan_records(Code::PRSLNE, [&](int number, store::Record& r) { book.add(r, number); });
     return book;
 }
 

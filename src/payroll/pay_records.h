@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QString>
 #include <array>
+#include <optional>
 #include <vector>
 
 #include "store/record.h"
@@ -53,16 +54,18 @@ struct PayMonth {
 PayMonth pay_month(const store::Record& r, int record);
 
 // Every PRSLNE record of a month 1 to 12 with a post number, the first of each person and
-// month; read once.
+// month; read once. Only the key is read while gathering; a month's amounts and texts are taken
+// from its record's bytes when it is asked for.
 class PayBook {
   public:
-    void add(const PayMonth& m, const QString& post);
-    // nullptr when the person has no record for the month.
-    const PayMonth* find(const QString& post, int month) const;
+    void add(const store::Record& r, int record);
+    // nullopt when the person has no record for the month.
+    std::optional<PayMonth> find(const QString& post, int month) const;
 
   private:
-    QHash<QString, std::array<int, 13>> index_;  // post (upper case) -> slot + 1 per month
-    std::vector<PayMonth> months_;
+    QHash<QByteArray, std::array<int, 13>> index_;  // post (upper case) -> slot + 1 per month
+    std::vector<store::Record> records_;
+    std::vector<int> numbers_;
 };
 
 // Reads the file from record 1 through the session (opening PRSLNE if it is closed).

@@ -219,8 +219,8 @@ bool PaySlips::print_pay_slips() {
     const PayBook book = read_pay_book(s_);
     for (int row : range.selected_rows()) {
         const PayrollPerson& person = prs_grid[size_t(row)];
-        const PayMonth* pay = book.find(person.post, month);
-        if (pay == nullptr)
+        const std::optional<PayMonth> pay = book.find(person.post, month);
+        if (!pay)
             continue;
         PrintGrid grid = slip_grid(person, *pay);
         reports::PrintDevice& d = job_.device();
@@ -260,8 +260,8 @@ PrintGrid PaySlips::summary_grid(const PayBook& book, int first_month, int last_
         std::array<long long, 11> sum{};
         bool any = false;
         for (int m = first_month; m <= last_month; ++m) {
-            const PayMonth* pay = book.find(person.post, m);
-            if (pay == nullptr)
+            const std::optional<PayMonth> pay = book.find(person.post, m);
+            if (!pay)
                 continue;
             any = true;
             long long other_in = 0, other_out = 0;

@@ -97,7 +97,7 @@ void SalaryCapture::load_month() {
         uit_var_teks[size_t(i)] = other;
     }
     const PayBook book = read_pay_book(s_);
-    if (const PayMonth* m = book.find(prs_data[1], month)) {
+    if (const std::optional<PayMonth> m = book.find(prs_data[1], month)) {
         prs_data[0] = m->occupation;
         const int fixed_in[] = {m->salary, m->overtime, m->bonus};
         const int fixed_out[] = {m->pension, m->uif, m->tax};

@@ -125,8 +125,8 @@ TEST_F(PayrollTest, ZeroFreeLinesKeepWhatTheBufferHeld) {
         f->data_ok_click();
     }
     ASSERT_EQ(s.count(Code::PRSLNE), 2);
-    const PayMonth* inherited = read_pay_book(s).find(QStringLiteral("11"), 4);
-    ASSERT_NE(inherited, nullptr);
+    const auto inherited = read_pay_book(s).find(QStringLiteral("11"), 4);
+    ASSERT_TRUE(inherited.has_value());
     EXPECT_EQ(inherited->salary, 500);
     EXPECT_EQ(inherited->earnings_free[0].text, QStringLiteral("REIS"));
     EXPECT_EQ(inherited->earnings_free[0].amount, 100);
@@ -159,7 +159,7 @@ TEST_F(PayrollTest, BadRecordsAreLeftOutAndTheFirstOfTwoHolds) {
     EXPECT_EQ(capture(0, 6)->ink_data[1], QStringLiteral("600.00"));
     const PayBook book = read_pay_book(s);
     EXPECT_EQ(book.find(QStringLiteral("10"), 6)->salary, 600);
-    EXPECT_EQ(book.find(QStringLiteral("10"), 1), nullptr);
+    EXPECT_FALSE(book.find(QStringLiteral("10"), 1).has_value());
 }
 
 class PaySlipsTest : public PayrollTest {
