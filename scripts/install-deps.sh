@@ -9,7 +9,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libgl-dev
   libxlsxwriter-dev libfreexl-dev libzip-dev libshp-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  fonts-liberation2
+  fonts-liberation2 fonts-symbola
   clang libclang-rt-14-dev
   poppler-utils python3-openpyxl python3-dbf python3-xlwt
   libreoffice-writer-nogui

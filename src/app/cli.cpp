@@ -9,6 +9,7 @@
 #include "app/cli_members.h"
 #include "app/cli_subjects.h"
 #include "app/cli_yearend.h"
+#include "payroll/payroll_cli.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
 #include "reports/cli_print.h"
@@ -208,7 +209,8 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (args.isEmpty() || args.first() == u"--help" || args.first() == u"help") {
         (args.isEmpty() ? err : out) << kUsage << kSubjectsListUsage << kSubjectsRebuildUsage
                                      << kMembersUsage << kImportLuritsUsage
-                                     << reports::kPrintUsage << reports::kFormListsPrintUsage;
+                                     << reports::kPrintUsage << reports::kFormListsPrintUsage
+                                     << payroll::kPayrollPrintUsage;
         return args.isEmpty() ? 2 : 0;
     }
     try {

@@ -3,6 +3,7 @@
 #include "check/data_check_form.h"
 #include "governing/member_entry.h"
 #include "governing/member_register_form.h"
+#include "payroll/salary_capture_form.h"
 #include "staff/staff_register_form.h"
 #include "yearend/staff_export_form.h"
 #include "yearend/year_end_form.h"
@@ -40,6 +41,7 @@ const std::map<QString, FormFactory>& desktop_forms() {
          [](shell::Session& session, QWidget* parent) -> QWidget* {
              return new governing::MemberRegisterForm(session, parent);
          }},
+        {QStringLiteral("sk461_prg"), payroll::open_salary_capture},
     };
     return forms;
 }

@@ -23,6 +23,7 @@ struct FontChoice {
     bool bold = false;
     bool italic = false;
     bool underline = false;
+    int colour = 0;  // 0x00BBGGRR, as the suite keeps colours
 };
 
 // The behaviour of a modal child form. The form's Qt side shows itself over it; a test plays

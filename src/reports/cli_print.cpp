@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "payroll/payroll_cli.h"
 #include "platform/drive_map.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
@@ -288,6 +289,8 @@ int run(const PrintOptions& o, QTextStream& out, QTextStream& err) {
 int print_report(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (is_form_list_report(args.value(1)))
         return print_form_list_report(args, out, err);
+    if (payroll::is_payroll_report(args.value(1)))
+        return payroll::print_payroll_report(args, out, err);
     QString why;
     const std::optional<PrintOptions> options = parse(args, &why);
     if (!options) {

@@ -116,6 +116,18 @@ void PrintJob::reset_print_font() {
     d.set_font_transparent(false);
 }
 
+Sheet& PrintJob::next_worksheet() {
+    // Every header starts a worksheet of its own.
+    if (!workbook_)
+        workbook_ = std::make_unique<Workbook>();
+    state.spreadsheet_sheet += 1;
+    while (state.spreadsheet_sheet > workbook_->sheet_count())
+        workbook_->add_sheet();
+    Sheet& ws = workbook_->sheet(state.spreadsheet_sheet);
+    ws.font_name = QStringLiteral("ARIAL");
+    return ws;
+}
+
 void PrintJob::print_page_header(const QString& title, const QString& subtitle,
                                  const QString& orientation, bool bold_title, bool no_header,
                                  double line_factor) {
@@ -138,14 +150,7 @@ void PrintJob::print_page_header(QString& title, QString& subtitle, const QStrin
     const QString time_text = moment.time().toString(QStringLiteral("HH:mm:ss")).trimmed();
 
     if (sheet) {
-        // Every header starts a worksheet of its own.
-        if (!workbook_)
-            workbook_ = std::make_unique<Workbook>();
-        state.spreadsheet_sheet += 1;
-        while (state.spreadsheet_sheet > workbook_->sheet_count())
-            workbook_->add_sheet();
-        Sheet& ws = workbook_->sheet(state.spreadsheet_sheet);
-        ws.font_name = QStringLiteral("ARIAL");
+        Sheet& ws = next_worksheet();
         state.page_pending = false;
         const QString page_text = text(QStringLiteral("BLADSY : "), QStringLiteral("PAGE : ")) +
                                   QString::number(state.spreadsheet_sheet);

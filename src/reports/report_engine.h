@@ -44,11 +44,35 @@ class PrintProgress {
     virtual void clear() = 0;
 };
 
-// The letterhead in force, as the letterhead code sets it.
+// One font line of a letterhead's font file: the school name or the address block.
+struct LetterheadFont {
+    QString name;  // empty: the block is not printed
+    int size = 10;
+    int colour = 0;  // 0x00BBGGRR
+    bool bold = false;
+    bool italic = false;
+    bool underline = false;
+};
+
+// The letterhead in force, as load_letterhead sets it from the layout chosen.
 struct LetterheadState {
+    QString selected;                   // the identification chosen; blank: none
+    bool use_letterhead_image = false;  // the identification names a picture (".JPG")
+    int frame_flag = 0;                 // the digit at the end of the identification
+    bool print_name = false;
+    bool print_address = false;
+    bool print_badge = false;
+    QString badge_position = QStringLiteral("L");  // "L", "M" or "R"
+    QString badge_size = QStringLiteral("M");      // "K", "M" or "G" (or "S", "L")
+    // Margins in page units, converted by the device from millimetres.
+    double top_margin = 0;
+    double bottom_margin = 0;
+    double left_margin = 0;
+    double right_margin = 0;  // characters; 0 when none is set
+    LetterheadFont name_font;
+    LetterheadFont address_font;
     bool loaded = false;          // a letterhead takes the place of the frame
     bool image_in_force = false;  // a letterhead image is printed on the page
-    double right_margin = 0;      // characters; 0 when none is set
 };
 
 struct PrintState {
@@ -123,6 +147,9 @@ class PrintJob {
     QString spreadsheet_path() const;
     // The report's spreadsheet state released: back to paper.
     void end_spreadsheet();
+
+    // The next worksheet of spreadsheet output, in ARIAL: a page header's, or a letterhead's.
+    Sheet& next_worksheet();
 
     // The maker's line at the foot of a page.
     QString maker_line() const;

@@ -27,6 +27,7 @@
 #include "platform/codepage.h"
 #include "platform/drive_map.h"
 #include "platform/winpath.h"
+#include "shell/demo_payroll.h"
 #include "shell/folders.h"
 #include "shell/helpers.h"
 #include "shell/session.h"
@@ -434,6 +435,7 @@ class YearWriter {
         }
         write_attendance();
         write_salaries();
+        write_demo_payroll(s_, files_);
         write_reasons();
         write_lurits();
         write_members();

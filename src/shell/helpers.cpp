@@ -15,6 +15,18 @@ namespace korvel::shell {
 
 namespace {
 
+bool is_space(QChar c) {
+    return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r';
+}
+
+// Half to even, as the language's conversion to a whole number rounds.
+double round_half_even(double value) {
+    if (std::fabs(value - std::trunc(value)) == 0.5) {
+        return 2.0 * std::round(value / 2.0);
+    }
+    return std::round(value);
+}
+
 // A run of ASCII digits as a number; nullopt when the text is empty, holds anything else, or is
 // too long to be a part of a date.
 std::optional<int> digits_value(QStringView text) {
@@ -151,6 +163,71 @@ QString format_amount(double value) {
         text = QStringLiteral("0.00");
     }
     return text;
+}
+
+double leading_number(const QString& text) {
+    QString compact;
+    for (QChar c : text) {
+        if (!is_space(c)) {
+            compact += c;
+        }
+    }
+    // The longest start of the text that is a number, rebuilt in the C form.
+    QString number;
+    qsizetype i = 0;
+    const auto digits = [&] {
+        const qsizetype from = i;
+        while (i < compact.size() && compact[i].isDigit() && compact[i].unicode() < 128) {
+            number += compact[i++];
+        }
+        return i > from;
+    };
+    if (i < compact.size() && (compact[i] == u'+' || compact[i] == u'-')) {
+        number += compact[i++];
+    }
+    bool any = digits();
+    if (i < compact.size() && compact[i] == u'.') {
+        number += compact[i++];
+        any = digits() || any;
+    }
+    if (!any) {
+        return 0.0;
+    }
+    const QChar e = i < compact.size() ? compact[i].toUpper() : QChar();
+    if (e == u'E' || e == u'D') {
+        const QString mantissa = number;
+        const qsizetype at = i++;
+        number += u'e';
+        if (i < compact.size() && (compact[i] == u'+' || compact[i] == u'-')) {
+            number += compact[i++];
+        }
+        if (!digits()) {
+            number = mantissa;
+            i = at;
+        }
+    }
+    bool ok = false;
+    const double value = QLocale::c().toDouble(number, &ok);
+    if (ok) {
+        return value;
+    }
+    // Only an exponent too large for a double fails here.
+    return number.startsWith(u'-') ? -HUGE_VAL : HUGE_VAL;
+}
+
+long long whole_rands(const QString& text) {
+    const double rands = round_half_even(leading_number(QString(text).remove(u',')));
+    constexpr double kHold = 1e12;
+    return static_cast<long long>(std::clamp(rands, -kHold, kHold));
+}
+
+QString amount_range_message(long long rands, bool afrikaans) {
+    if (rands > 0)
+        return afrikaans
+                   ? QStringLiteral("BEDRAG TE GROOT - HOOGSTENS 32767 RAND. NIE GESTOOR NIE!")
+                   : QStringLiteral("AMOUNT TOO LARGE - AT MOST 32767 RAND. NOT SAVED!");
+    return afrikaans ? QStringLiteral("BEDRAG TE KLEIN - MINSTENS -32768 RAND. NIE GESTOOR NIE!")
+                     : QStringLiteral("AMOUNT TOO SMALL - AT LEAST -32768 RAND. NOT SAVED!");
 }
 
 QString pad_left(const QString& value, int width, QChar fill) {

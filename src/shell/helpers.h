@@ -40,6 +40,19 @@ QString format_amount(double value);
 // digits), an optional sign, then digits; 0 when none, 99999 at most.
 int number_value(const QString& text);
 
+// The number a text starts with, as the language's Val reads it: blanks, tabs and line ends
+// are passed over wherever they stand, then an optional sign, digits with at most one point,
+// and an exponent after "E" or "D"; 0 when the text starts with no number.
+double leading_number(const QString& text);
+
+// What an amount box stores: the thousands separators dropped, the number it starts with,
+// rounded to whole rands half to even (12345.5 gives 12346, 12344.5 gives 12344). Values far
+// outside the 16-bit range are held at +-1e12, which the field refuses all the same.
+long long whole_rands(const QString& text);
+// The message of an amount outside the 16-bit range of a field: too large above it, too small
+// below it.
+QString amount_range_message(long long rands, bool afrikaans);
+
 // Right-aligned in `width`: padded with `fill` on the left, or cut to its last `width` characters.
 QString pad_left(const QString& value, int width, QChar fill = u' ');
 // Left-aligned in `width`: padded with `fill` on the right, or cut to its first `width` characters.

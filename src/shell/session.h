@@ -63,9 +63,12 @@ class Session : public store::Store {
     QString province_badge_file;
 
     // ---- the forms ----
-    bool educator_flag = true;  // the register shows educators (true) or employees
+    bool educator_flag = true;     // the register shows educators (true) or employees
     QString register_search_text;  // the register's last search, kept until the program ends
-    QString last_id_message;    // the message of the last failed identity number test
+    QString last_id_message;       // the message of the last failed identity number test
+    // The letterhead layout chosen for pay slips and mark sheets, kept until another is chosen;
+    // blank: the standard page header.
+    QString letterhead;
 
   protected:
     void reopen_steady_state() override;

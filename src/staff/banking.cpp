@@ -4,10 +4,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "shell/helpers.h"
 #include "shell/staff_person.h"
 
 namespace korvel::staff {
 
+using shell::leading_number;
+using shell::whole_rands;
 using store::Code;
 using store::FieldType;
 using store::PRSALG;
@@ -43,69 +46,7 @@ bool is_amount_box(int index) {
     return index == 10 || index == 12;
 }
 
-bool is_space(QChar c) {
-    return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r';
-}
-
-// Half to even, as the language's conversion to a whole number rounds.
-double round_half_even(double value) {
-    if (std::fabs(value - std::trunc(value)) == 0.5) {
-        return 2.0 * std::round(value / 2.0);
-    }
-    return std::round(value);
-}
-
 }  // namespace
-
-double leading_number(const QString& text) {
-    QString compact;
-    for (QChar c : text) {
-        if (!is_space(c)) {
-            compact += c;
-        }
-    }
-    // The longest start of the text that is a number, rebuilt in the C form.
-    QString number;
-    qsizetype i = 0;
-    const auto digits = [&] {
-        const qsizetype from = i;
-        while (i < compact.size() && compact[i].isDigit() && compact[i].unicode() < 128) {
-            number += compact[i++];
-        }
-        return i > from;
-    };
-    if (i < compact.size() && (compact[i] == u'+' || compact[i] == u'-')) {
-        number += compact[i++];
-    }
-    bool any = digits();
-    if (i < compact.size() && compact[i] == u'.') {
-        number += compact[i++];
-        any = digits() || any;
-    }
-    if (!any) {
-        return 0.0;
-    }
-    const QChar e = i < compact.size() ? compact[i].toUpper() : QChar();
-    if (e == u'E' || e == u'D') {
-        const QString mantissa = number;
-        const qsizetype at = i++;
-        number += u'e';
-        if (i < compact.size() && (compact[i] == u'+' || compact[i] == u'-')) {
-            number += compact[i++];
-        }
-        if (!digits()) {
-            number = mantissa;
-            i = at;
-        }
-    }
-    bool ok = false;
-    const double value = QLocale::c().toDouble(number, &ok);
-    if (ok) {
-        return value;
-    }
-    // Only an exponent too large for a double fails here.
-    return number.startsWith(u'-') ? -HUGE_VAL : HUGE_VAL;
-}
 
 QString format_amount_mask(const QString& text, bool leading_zero) {
     bool ok = false;
@@ -127,12 +68,6 @@ QString format_amount_mask(const QString& text, bool leading_zero) {
         }
     }
     return shown;
-}
-
-long long whole_rands(const QString& text) {
-    const double rands = round_half_even(leading_number(QString(text).remove(u',')));
-    constexpr double kHold = 1e12;
-    return static_cast<long long>(std::clamp(rands, -kHold, kHold));
 }
 
 int BankBox::width() const {
@@ -217,16 +152,9 @@ void BankingDetails::data_ok_click() {
         }
         const long long rands = whole_rands(prs_data[b.box]);
         if (!edited.set_int16(*b.field, rands)) {
-            session_.dialogs().message(
-                data_teks[b.box] + QStringLiteral(" : ") +
-                    (rands > 0 ? session_.tr("BEDRAG TE GROOT - HOOGSTENS 32767 RAND. NIE "
-                                             "GESTOOR NIE!",
-                                             "AMOUNT TOO LARGE - AT MOST 32767 RAND. NOT SAVED!")
-                               : session_.tr("BEDRAG TE KLEIN - MINSTENS -32768 RAND. NIE "
-                                             "GESTOOR NIE!",
-                                             "AMOUNT TOO SMALL - AT LEAST -32768 RAND. NOT "
-                                             "SAVED!")),
-                ui::Icon::Exclamation);
+            session_.dialogs().message(data_teks[b.box] + QStringLiteral(" : ") +
+                                           shell::amount_range_message(rands, session_.afrikaans),
+                                       ui::Icon::Exclamation);
             return;
         }
     }

@@ -17,20 +17,10 @@ namespace korvel::staff {
 
 // ---- amounts: 16-bit whole rands on disk, rands and cents with grouping on screen ----
 
-// The number a text starts with, as the language's Val reads it: blanks, tabs and line ends
-// are passed over wherever they stand, then an optional sign, digits with at most one point,
-// and an exponent after "E" or "D"; 0 when the text starts with no number.
-double leading_number(const QString& text);
-
 // A box's amount with thousands grouping and two decimals, always with a comma and a point:
 // with leading_zero 0.5 shows "0.50" (the mask "###,###,##0.00"), without it ".50" (the mask
 // "###,###,###.00"). A text that is no number (letters, blank) comes back as it stands.
 QString format_amount_mask(const QString& text, bool leading_zero);
-
-// What an amount box stores: the thousands separators dropped, the number it starts with,
-// rounded to whole rands half to even (12345.5 gives 12346, 12344.5 gives 12344). Values far
-// outside the 16-bit range are held at +-1e12, which the field refuses all the same.
-long long whole_rands(const QString& text);
 
 // ---- the form ----
 

@@ -2,12 +2,15 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QColorDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <utility>
 
@@ -236,10 +239,27 @@ FontChoice to_font_choice(const QFont& font) {
 
 std::optional<FontChoice> choose_font_qt(QWidget* parent, const FontChoice& start) {
     QFontDialog dlg(to_qfont(start), parent);
+    dlg.setOption(QFontDialog::DontUseNativeDialog);
+    // The font dialog has no colour of its own: a button beside it picks one.
+    int colour = start.colour;
+    if (auto* grid = qobject_cast<QGridLayout*>(dlg.layout())) {
+        auto* button = new QPushButton(QStringLiteral("KLEUR / COLOUR ..."), &dlg);
+        button->setObjectName(QStringLiteral("font_colour"));
+        grid->addWidget(button, grid->rowCount(), 0);
+        QObject::connect(button, &QPushButton::clicked, &dlg, [&] {
+            const QColor picked = QColorDialog::getColor(
+                QColor(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF), &dlg);
+            if (picked.isValid()) {
+                colour = picked.red() | (picked.green() << 8) | (picked.blue() << 16);
+            }
+        });
+    }
     if (dlg.exec() != QDialog::Accepted) {
         return std::nullopt;
     }
-    return to_font_choice(dlg.selectedFont());
+    FontChoice chosen = to_font_choice(dlg.selectedFont());
+    chosen.colour = colour;
+    return chosen;
 }
 
 std::optional<FontChoice> QtDialogs::choose_font(const FontChoice& start) {

@@ -33,30 +33,6 @@ class BankingTest : public ::testing::Test {
     int number = 0;
 };
 
-TEST(Amounts, ValReadsTheNumberTheTextStartsWith) {
-    EXPECT_EQ(leading_number("12345.67"), 12345.67);
-    EXPECT_EQ(leading_number(" 1 2 3"), 123.0);  // blanks count nowhere
-    EXPECT_EQ(leading_number("12ABC"), 12.0);
-    EXPECT_EQ(leading_number("ABC"), 0.0);
-    EXPECT_EQ(leading_number(""), 0.0);
-    EXPECT_EQ(leading_number("-.5"), -0.5);
-    EXPECT_EQ(leading_number("5."), 5.0);
-    EXPECT_EQ(leading_number("1E3"), 1000.0);
-    EXPECT_EQ(leading_number("1d2X"), 100.0);
-    EXPECT_EQ(leading_number("7E"), 7.0);
-    EXPECT_EQ(leading_number("1.2.3"), 1.2);
-}
-
-TEST(Amounts, WholeRandsRoundHalfToEven) {
-    EXPECT_EQ(whole_rands("12,345.67"), 12346);
-    EXPECT_EQ(whole_rands("12345.5"), 12346);
-    EXPECT_EQ(whole_rands("12344.5"), 12344);
-    EXPECT_EQ(whole_rands("-2.5"), -2);
-    EXPECT_EQ(whole_rands("0.5"), 0);
-    EXPECT_EQ(whole_rands("1,5"), 15);  // a comma is a thousands separator only
-    EXPECT_EQ(whole_rands("1E999"), 1000000000000LL);
-}
-
 TEST(Amounts, MasksGroupAndShowTwoDecimals) {
     EXPECT_EQ(format_amount_mask("12346", true), "12,346.00");
     EXPECT_EQ(format_amount_mask("1,234,567.891", true), "1,234,567.89");

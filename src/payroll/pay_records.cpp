@@ -1,0 +1,122 @@
+#include "payroll/pay_records.h"
+
+#include "platform/codepage.h"
+#include "shell/helpers.h"
+#include "shell/session.h"
+
+namespace korvel::payroll {
+
+using store::Code;
+using store::Field;
+using store::PRSALG;
+using store::PRSLNE;
+
+std::vector<PayrollPerson> payroll_staff(shell::Session& s) {
+    std::vector<PayrollPerson> people;
+    if (!s.is_open(Code::PRSALG))
+        s.open_staff_file(QStringLiteral("PRSALG"));
+    static const Field& kActive = PRSALG["PA_AKTIEF"];
+    static const Field& kPost = PRSALG["PA_POS_NR"];
+    static const Field& kPaymaster = PRSALG["PA_OD_BL"];
+    s.scan_records(Code::PRSALG, [&](int number, store::Record& r) {
+        const QString post = r.text(kPost).trimmed();
+        const QString paymaster = r.text(kPaymaster).trimmed().toUpper();
+        if (r.text(kActive).trimmed() == u"*" || post.isEmpty() || paymaster == u"P" ||
+            paymaster == u"E" || paymaster == u"O")
+            return;
+        PayrollPerson p;
+        p.post = post;
+        p.record = number;
+        p.surname = r.text(PRSALG["PA_VAN"]).trimmed();
+        p.names = r.text(PRSALG["PA_NAME"]).trimmed();
+        p.title = r.text(PRSALG["PA_TITEL"]).trimmed();
+        p.id_number = r.text(PRSALG["PA_ID_NR"]).trimmed();
+        const auto appointed = r.date(PRSALG["PA_DTM_SKL"]);
+        p.appointed = appointed ? shell::date_to_text(*appointed) : QString();
+        people.push_back(p);
+    });
+    return people;
+}
+
+long long PayMonth::earnings() const {
+    long long sum = 0LL + salary + overtime + bonus;
+    for (const PayLine& l : earnings_free)
+        sum += l.amount;
+    return sum;
+}
+
+long long PayMonth::deductions() const {
+    long long sum = 0LL + pension + uif + tax;
+    for (const PayLine& l : deductions_free)
+        sum += l.amount;
+    return sum;
+}
+
+PayMonth pay_month(const store::Record& r, int record) {
+    static const Field& kEarnText = PRSLNE["pl_i_teks"];
+    static const Field& kEarn = PRSLNE["PL_I_BDRG"];
+    static const Field& kDedText = PRSLNE["pl_u_teks"];
+    static const Field& kDed = PRSLNE["pl_u_bdrg"];
+    PayMonth m;
+    m.record = record;
+    m.occupation = r.text(PRSLNE["POS_BSK"]).trimmed();
+    m.month = r.int16(PRSLNE["PL_MAAND"]);
+    m.salary = r.int16(PRSLNE["PL_SALARIS"]);
+    m.overtime = r.int16(PRSLNE["PL_OORTYD"]);
+    m.bonus = r.int16(PRSLNE["PL_BONUS"]);
+    m.pension = r.int16(PRSLNE["PL_PENS"]);
+    m.uif = r.int16(PRSLNE["PL_WVF"]);
+    m.tax = r.int16(PRSLNE["PL_TAX"]);
+    for (int i = 1; i <= 3; ++i) {
+        m.earnings_free[size_t(i - 1)] = {r.text(kEarnText, i).trimmed(), r.int16(kEarn, i)};
+        m.deductions_free[size_t(i - 1)] = {r.text(kDedText, i).trimmed(), r.int16(kDed, i)};
+    }
+    return m;
+}
+
+namespace {
+
+QByteArray post_key(const QByteArray& raw) {
+    return raw.trimmed().toUpper();
+}
+
+}  // namespace
+
+void PayBook::add(const store::Record& r, int record) {
+    static const Field& kPost = PRSLNE["PL_POS_NR"];
+    const int month = r.int16(PRSLNE["PL_MAAND"]);
+    if (month < 1 || month > 12)
+        return;
+    const QByteArray key = post_key(r.raw(kPost));
+    if (key.isEmpty())
+        return;
+    auto it = index_.find(key);
+    if (it == index_.end())
+        it = index_.insert(key, std::array<int, 13>{});
+    int& slot = (*it)[size_t(month)];
+    if (slot != 0)
+        return;  // the first record of a person and month holds
+    records_.push_back(r);
+    numbers_.push_back(record);
+    slot = int(records_.size());
+}
+
+std::optional<PayMonth> PayBook::find(const QString& post, int month) const {
+    if (month < 1 || month > 12)
+        return std::nullopt;
+    const auto it = index_.constFind(post_key(cp1252::encode(post)));
+    if (it == index_.constEnd() || (*it)[size_t(month)] == 0)
+        return std::nullopt;
+    const size_t at = size_t((*it)[size_t(month)] - 1);
+    return pay_month(records_[at], numbers_[at]);
+}
+
+PayBook read_pay_book(shell::Session& s) {
+    PayBook book;
+    if (!s.is_open(Code::PRSLNE))
+        s.open_staff_file(QStringLiteral("PRSLNE"));
+    s.scan_records(Code::PRSLNE, [&](int number, store::Record& r) { book.add(r, number); });
+    return book;
+}
+
+}  // namespace korvel::payroll
