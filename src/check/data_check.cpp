@@ -16,6 +16,7 @@
 #include "shell/folders.h"
 #include "shell/helpers.h"
 #include "shell/startup.h"
+#include "store/folder_switch.h"
 #include "store/quoted_text.h"
 #include "store/record_file.h"
 #include "store/record_layouts.h"
@@ -654,6 +655,14 @@ void Checker::check_leftovers() {
                 out.say("agtergelaat deur 'n onderbroke vervanging",
                         "left behind by an interrupted replace"));
     }
+    for (const QString& path : year_end_leftovers(t_)) {
+        FileFindings out(out_, path, t_.afrikaans);
+        out.add(0, {},
+                out.say("agtergelaat deur 'n onderbroke jaareinde: die volgende opening van die "
+                        "jaar voltooi of herstel dit",
+                        "left behind by an interrupted year-end: the next opening of the year "
+                        "finishes or undoes it"));
+    }
 }
 
 // The settings files of the quoted text form: where each lies and how many values a line holds
@@ -959,6 +968,18 @@ QStringList leftover_files(const CheckTree& tree) {
             if (name.endsWith(QStringLiteral(".new"), Qt::CaseInsensitive)) {
                 out << join(folder, name);
             }
+        }
+    }
+    return out;
+}
+
+QStringList year_end_leftovers(const CheckTree& tree) {
+    QStringList out;
+    const FileSystem fs(tree.drives);
+    const store::SwitchPaths beside = store::switch_paths(tree.folders.staff);
+    for (const QString& path : {beside.staging, beside.retired, beside.journal}) {
+        if (fs.file_exists(path) || fs.folder_exists(path)) {
+            out << path;
         }
     }
     return out;

@@ -70,5 +70,8 @@ std::vector<StaleLock> stale_locks(const CheckTree& tree);
 
 // Leftovers of an interrupted replace in the year's folders: Windows-form paths.
 QStringList leftover_files(const CheckTree& tree);
+// What an interrupted year-end left beside the year folders (its new folder, the old one moved
+// aside, its journal): Windows-form paths. Opening a year folder finishes or undoes it.
+QStringList year_end_leftovers(const CheckTree& tree);
 
 }  // namespace korvel::check

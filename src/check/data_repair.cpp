@@ -11,6 +11,7 @@
 #include "shell/session.h"
 #include "staff/register_upkeep.h"
 #include "staff/staff_register.h"
+#include "store/folder_switch.h"
 #include "store/locks.h"
 #include "store/record_layouts.h"
 
@@ -108,6 +109,7 @@ RepairResult repair_tree(const CheckTree& tree, ui::Dialogs& dialogs) {
 
     const std::vector<StaleLock> locks = stale_locks(tree);
     const QStringList leftovers = leftover_files(tree);
+    const QStringList year_end = year_end_leftovers(tree);
 
     // 1. A dated copy of each year folder the repair writes in, before anything is changed.
     QStringList folders{tree.folders.staff};
@@ -129,8 +131,14 @@ RepairResult repair_tree(const CheckTree& tree, ui::Dialogs& dialogs) {
         before.insert(folder, snapshot(from));
     }
 
-    // 2. Leftovers of an interrupted replace, as the next compaction removes them. A leftover
-    // that is a folder stays for a person.
+    // 2. An interrupted year-end finished or undone, as opening the year does; then leftovers
+    // of an interrupted replace, as the next compaction removes them.
+    if (!year_end.isEmpty()) {
+        store::settle_folder_switch(fs, tree.folders.staff);
+        result.changes << QStringLiteral("%1: the interrupted year-end settled")
+                              .arg(winpath::parent_of(tree.folders.staff));
+    }
+    // A leftover that is a folder stays for a person.
     for (const QString& path : leftovers) {
         if (fs.file_exists(path)) {
             fs.delete_file(path);

@@ -1,5 +1,7 @@
 #include "payroll/pay_records.h"
 
+#include <cstring>
+
 #include "platform/codepage.h"
 #include "shell/helpers.h"
 #include "shell/session.h"
@@ -76,46 +78,59 @@ PayMonth pay_month(const store::Record& r, int record) {
 
 namespace {
 
-QByteArray post_key(const QByteArray& raw) {
-    return raw.trimmed().toUpper();
+// A post number as the book keys it: trimmed of blanks and NULs, ASCII letters upper case.
+std::string post_key(const char* p, int width) {
+    int begin = 0, end = width;
+    while (begin < end && (p[begin] == ' ' || p[begin] == '\0'))
+        ++begin;
+    while (end > begin && (p[end - 1] == ' ' || p[end - 1] == '\0'))
+        --end;
+    std::string key(p + begin, size_t(end - begin));
+    for (char& c : key)
+        if (c >= 'a' && c <= 'z')
+            c = char(c - 'a' + 'A');
+    return key;
 }
 
 }  // namespace
 
-void PayBook::add(const store::Record& r, int record) {
+void PayBook::add(const char* bytes, int record) {
     static const Field& kPost = PRSLNE["PL_POS_NR"];
-    const int month = r.int16(PRSLNE["PL_MAAND"]);
+    static const Field& kMonth = PRSLNE["PL_MAAND"];
+    std::int16_t month = 0;
+    std::memcpy(&month, bytes + kMonth.offset, sizeof month);
     if (month < 1 || month > 12)
         return;
-    const QByteArray key = post_key(r.raw(kPost));
-    if (key.isEmpty())
+    std::string key = post_key(bytes + kPost.offset, kPost.width);
+    if (key.empty())
         return;
-    auto it = index_.find(key);
-    if (it == index_.end())
-        it = index_.insert(key, std::array<int, 13>{});
-    int& slot = (*it)[size_t(month)];
+    int& slot = index_[std::move(key)][size_t(month)];
     if (slot != 0)
         return;  // the first record of a person and month holds
-    records_.push_back(r);
+    kept_.append(bytes, size_t(PRSLNE.record_length));
     numbers_.push_back(record);
-    slot = int(records_.size());
+    slot = int(numbers_.size());
 }
 
 std::optional<PayMonth> PayBook::find(const QString& post, int month) const {
     if (month < 1 || month > 12)
         return std::nullopt;
-    const auto it = index_.constFind(post_key(cp1252::encode(post)));
-    if (it == index_.constEnd() || (*it)[size_t(month)] == 0)
+    const QByteArray text = cp1252::encode(post);
+    const auto it = index_.find(post_key(text.constData(), int(text.size())));
+    if (it == index_.end() || it->second[size_t(month)] == 0)
         return std::nullopt;
-    const size_t at = size_t((*it)[size_t(month)] - 1);
-    return pay_month(records_[at], numbers_[at]);
+    const size_t at = size_t(it->second[size_t(month)] - 1);
+    store::Record r(PRSLNE);
+    r.assign(kept_.data() + at * size_t(PRSLNE.record_length));
+    return pay_month(r, numbers_[at]);
 }
 
 PayBook read_pay_book(shell::Session& s) {
     PayBook book;
     if (!s.is_open(Code::PRSLNE))
         s.open_staff_file(QStringLiteral("PRSLNE"));
-    s.scan_records(Code::PRSLNE, [&](int number, store::Record& r) { book.add(r, number); });
+    s.scan_records(Code::PRSLNE,
+                   [&](int number, store::Record& r) { book.add(r.data(), number); });
     return book;
 }
 

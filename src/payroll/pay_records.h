@@ -7,6 +7,8 @@
 #include <QString>
 #include <array>
 #include <optional>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "store/record.h"
@@ -58,13 +60,15 @@ PayMonth pay_month(const store::Record& r, int record);
 // from its record's bytes when it is asked for.
 class PayBook {
   public:
-    void add(const store::Record& r, int record);
+    // A record's bytes, kept when it is the first of its person and month.
+    void add(const char* bytes, int record);
     // nullopt when the person has no record for the month.
     std::optional<PayMonth> find(const QString& post, int month) const;
 
   private:
-    QHash<QByteArray, std::array<int, 13>> index_;  // post (upper case) -> slot + 1 per month
-    std::vector<store::Record> records_;
+    // post (trimmed, upper case) -> slot + 1 per month
+    std::unordered_map<std::string, std::array<int, 13>> index_;
+    std::string kept_;  // the kept records' bytes, one after the other
     std::vector<int> numbers_;
 };
 

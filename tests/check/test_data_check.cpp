@@ -182,6 +182,9 @@ TEST(DataCheck, EachFaultGivesItsFinding) {
              ASSERT_TRUE(f.open(QIODevice::ReadWrite) && f.resize(qint64(7642291) * 281));
          },
          "7642291 records: the program counts only the first 32767", 1},
+        {"interrupted year-end",
+         [](const Tree& t) { QDir().mkpath(t.root() + "/VESPARINE/STAFF/~yearend.new"); },
+         "left behind by an interrupted year-end", 1},
         {"lock older than a day",
          [](const Tree& t) {
              append(t.general("user_lock_record.txt"),
@@ -251,6 +254,7 @@ TEST(DataCheck, RepairDoesWhatTheProgramDoesAndNothingElse) {
         const QByteArray afw = read(t->staff("prs_afw_random.txt"));
         write(t->staff("prs_afw_random.txt"), afw.left(afw.size() - 1118));
         write(t->staff("prs_nme_random.new"), "half");
+        QDir().mkpath(t->root() + "/VESPARINE/STAFF/~yearend.new");
         append(t->general("user_lock_record.txt"),
                lock("SOMEBODY", QDate::currentDate().addDays(-3), "KORVEL"));
     }
