@@ -142,6 +142,10 @@ store::Record& AttendanceBook::record(int number) {
     return records_.at(static_cast<std::size_t>(number - 1));
 }
 
+const store::Record& AttendanceBook::record(int number) const {
+    return records_.at(static_cast<std::size_t>(number - 1));
+}
+
 bool AttendanceBook::write(int number) {
     if (number < 1 || number > count()) {
         return false;

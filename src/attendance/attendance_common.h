@@ -76,6 +76,7 @@ class AttendanceBook {
     int ensure(const QString& post);
 
     store::Record& record(int number);
+    const store::Record& record(int number) const;
     // The record written back at its number (and left in the working record).
     bool write(int number);
 
