@@ -7,6 +7,7 @@
 #include "app/cli_check.h"
 #include "app/cli_dump.h"
 #include "app/cli_subjects.h"
+#include "attendance/cli_attendance.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
 #include "reports/cli_print.h"
@@ -203,8 +204,8 @@ int info(const QStringList& args, QTextStream& out, QTextStream& err) {
 
 int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (args.isEmpty() || args.first() == u"--help" || args.first() == u"help") {
-        (args.isEmpty() ? err : out)
-            << kUsage << kSubjectsListUsage << kSubjectsRebuildUsage << reports::kPrintUsage;
+        (args.isEmpty() ? err : out) << kUsage << kSubjectsListUsage << kSubjectsRebuildUsage
+                                     << reports::kPrintUsage << attendance::kAttendancePrintUsage;
         return args.isEmpty() ? 2 : 0;
     }
     try {
@@ -226,6 +227,9 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
         }
         if (command == u"subjects" && args.value(1) == u"list") {
             return subjects_list(args, out, err);
+        }
+        if (command == u"print" && attendance::is_attendance_report(args.value(1))) {
+            return attendance::print_attendance_report(args, out, err);
         }
         if (command == u"print") {
             return reports::print_report(args, out, err);

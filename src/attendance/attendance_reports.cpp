@@ -20,6 +20,8 @@ constexpr const store::Field& kReasons = store::PRSAFW["PF_REDE"];
 const auto& A = store::PRSALG;
 constexpr int kPostWidth = A["PA_POS_NR"].width;
 
+constexpr double kDayColumnWidth = 330;  // twips: three characters of the grid's font
+
 // The letters the summary counts: absent and on leave in either language.
 const QString kCountedLetters = QStringLiteral("avo");
 
@@ -298,11 +300,15 @@ bool AttendanceReports::print_monthly_summary() {
     const DayGrid days = day_grid(range);
     std::vector<int> counts;
     PrintGrid grid = summary_grid(days, &counts);
-    reports::fit_grid_columns(job_, grid, 0, 40);
-    // The total column as wide as the day column before it.
-    grid.column(grid.cols() - 1).width = grid.column(grid.cols() - 2).width;
+    // The names fitted to their texts; a day column holds a letter and a reason ("a12"), and
+    // the total column is as wide as the day column before it.
+    reports::fit_grid_columns(job_, grid, 0, 40, false, 3);
+    for (int c = 3; c < grid.cols(); ++c) {
+        grid.column(c).width = kDayColumnWidth;
+    }
     reports::GridPageOptions options;
     options.header_rows = 2;
+    options.tight_columns = true;
     reports::print_grid_report(job_, grid, title, {}, reports::kLandscapeText, options);
 
     // The count of each reason below the grid.
