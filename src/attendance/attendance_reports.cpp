@@ -80,8 +80,10 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
     g.last = last;
     const int days = std::max(0, last - first + 1);
     const int cols = days + 3;
-    g.afw_grid.reset(2, cols);
-    g.rde_grid.reset(2, cols);
+    // Sized once: rows added one at a time would move the whole grid each time.
+    const int rows = kDayGridFirstRow + int(staff.size());
+    g.afw_grid.reset(rows, cols);
+    g.rde_grid.reset(rows, cols);
     g.afw_grid.set_text(0, 1, afrikaans ? QStringLiteral("POS") : QStringLiteral("PST"));
     g.afw_grid.set_text(
         0, 2, afrikaans ? QStringLiteral("PERSONEELLID") : QStringLiteral("STAFF MEMBER"));
@@ -94,9 +96,8 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
         g.afw_grid.set_text(1, col, weekday_letter(date, afrikaans));
         weekend[size_t(day - first)] = g.afw_grid.text(1, col) == QStringLiteral("S");
     }
-    for (const StaffMember& m : staff) {
-        const int row = g.afw_grid.add_row();
-        g.rde_grid.add_row();
+    for (int row = kDayGridFirstRow; row < rows; ++row) {
+        const StaffMember& m = staff[size_t(row - kDayGridFirstRow)];
         g.staff.push_back(m.record);
         g.afw_grid.set_text(row, 0, QString::number(row - 1));
         g.afw_grid.set_text(row, 1, m.post.rightJustified(kPostWidth));
@@ -334,9 +335,12 @@ bool AttendanceReports::print_monthly_summary() {
 }
 
 PrintGrid AttendanceReports::reason_list_grid(const DayRange& days) {
-    const DayGrid g = day_grid(days);
+    s_.open_staff_file(QStringLiteral("PRSAFW"));
+    AttendanceBook book(s_);
+    book.load();
     const int reasons = int(kode_lys.items.size());
-    PrintGrid grid(1, 3 + reasons + 1);
+    const std::vector<StaffMember> staff = selected_staff(s_, kies_administratief);
+    PrintGrid grid(1 + int(staff.size()), 3 + reasons + 1);
     grid.fixed_rows = 1;
     const auto turned = [](const QString& text) { return reports::kTurnMark + text; };
     grid.set_text(0, 0, turned(s_.tr("PERSAL NR", "PERSAL NO")));
@@ -349,19 +353,22 @@ PrintGrid AttendanceReports::reason_list_grid(const DayRange& days) {
     grid.set_text(0, 3 + reasons, turned(s_.tr("TOTAAL", "TOTAL")));
     grid.column(3 + reasons).alignment = reports::kAlignCentre;
 
-    const std::vector<StaffMember> staff = selected_staff(s_, kies_administratief);
-    for (int r = kDayGridFirstRow; r < g.rde_grid.rows(); ++r) {
-        const StaffMember& m = staff[size_t(r - kDayGridFirstRow)];
+    for (int row = 1; row < grid.rows(); ++row) {
+        const StaffMember& m = staff[size_t(row - 1)];
         std::vector<int> counts(size_t(reasons), 0);
         // Only the reason's number counts here: the letter plays no part, and a stored
         // weekend counts like any other day.
-        for (int c = 3; c < g.rde_grid.cols(); ++c) {
-            const int reason = shell::number_value(g.rde_grid.text(r, c));
-            if (reason >= 1 && reason <= reasons) {
-                ++counts[size_t(reason - 1)];
+        if (const int number = book.find(m.post); number != 0) {
+            for (int day = days.first; day <= days.last; ++day) {
+                const int reason = stored_reason(book.record(number), day);
+                if (reason >= 1 && reason <= reasons) {
+                    ++counts[size_t(reason - 1)];
+                }
             }
         }
-        const int row = grid.add_item(m.persal + u'\t' + m.surname + u'\t' + m.initials);
+        grid.set_text(row, 0, m.persal);
+        grid.set_text(row, 1, m.surname);
+        grid.set_text(row, 2, m.initials);
         int total = 0;
         for (int i = 0; i < reasons; ++i) {
             if (counts[size_t(i)] > 0) {

@@ -9,9 +9,6 @@
 namespace korvel::attendance {
 
 namespace {
-constexpr const store::Field& kMarks = store::PRSAFW["PF_DAG"];
-constexpr const store::Field& kReasons = store::PRSAFW["PF_REDE"];
-
 // Whether each day of the year is a school day: no Saturday or Sunday and no holiday in its
 // month's calendar.
 std::vector<bool> school_days(shell::Session& session, int year, const DayRange& range) {
@@ -63,14 +60,13 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
         if (const int number = book.find(m.post); number != 0) {
             const store::Record& r = book.record(number);
             for (int day = range.first; day <= range.last; ++day) {
-                const QString letter = r.text(kMarks, day);
-                if (letter.isEmpty() || !kLeaveLetters.contains(letter.at(0)) ||
-                    !school[size_t(day)]) {
+                const char letter = stored_mark(r, day);
+                if (!school[size_t(day)] || letter == 0 ||
+                    !kLeaveLetters.contains(QLatin1Char(letter))) {
                     continue;
                 }
-                const int reason = shell::number_value(r.text(kReasons, day));
-                const int col = column_of.value(reason, -1);
-                LeaveDay d{jan1.addDays(day - 1), letter.left(1), QString()};
+                const int col = column_of.value(stored_reason(r, day), -1);
+                LeaveDay d{jan1.addDays(day - 1), QString(QLatin1Char(letter)), QString()};
                 if (col < 0) {
                     ++p.no_reason;
                 } else {
