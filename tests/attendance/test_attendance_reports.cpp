@@ -218,6 +218,8 @@ TEST_F(Reports, LeaveTotalsCountSchoolDaysOnlyAndAddUp) {
     tree.set_day("9", march(4), "l", " 1");  // late is no leave
     tree.set_day("9", march(5), "s", " 1");
     tree.set_day("9", march(6), "2", " 7");
+    tree.set_day("9", march(9), QString(QChar(0)), "xx");  // garbage: no leave
+    tree.set_day("9", march(10), "a", "xx");               // a reason that is none
 
     auto form = open_form();
     const LeaveTotals t = form->leave_totals();
@@ -229,8 +231,8 @@ TEST_F(Reports, LeaveTotalsCountSchoolDaysOnlyAndAddUp) {
     EXPECT_EQ(ten.days[1].date, QDate(2026, 3, 24));
     EXPECT_EQ(ten.days[1].reason, "INCAPACITY");
     const LeavePerson& nine = t.people[0];
-    EXPECT_EQ(nine.no_reason, 1);
-    EXPECT_EQ(nine.total, 3);
+    EXPECT_EQ(nine.no_reason, 2);
+    EXPECT_EQ(nine.total, 4);
 
     int by_rows = 0, by_columns = t.no_reason;
     for (const LeavePerson& p : t.people) {
@@ -239,12 +241,12 @@ TEST_F(Reports, LeaveTotalsCountSchoolDaysOnlyAndAddUp) {
     for (int c : t.column_totals) {
         by_columns += c;
     }
-    EXPECT_EQ(by_rows, 5);
-    EXPECT_EQ(by_columns, 5);
-    EXPECT_EQ(t.total, 5);
+    EXPECT_EQ(by_rows, 6);
+    EXPECT_EQ(by_columns, 6);
+    EXPECT_EQ(t.total, 6);
 
     const PrintGrid grid = leave_totals_grid(t, true);
-    EXPECT_EQ(grid.text(grid.rows() - 1, grid.cols() - 1), "5");
+    EXPECT_EQ(grid.text(grid.rows() - 1, grid.cols() - 1), "6");
     EXPECT_EQ(grid.text(0, grid.cols() - 2), "~~R~~SONDER REDE");
 
     // From and to within the year: March 21 onwards leaves post 9 out.
