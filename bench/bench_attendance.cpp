@@ -1,6 +1,8 @@
 // The attendance register over 1,000 staff members: building a month's grid (which writes the
 // weekend erasures back row by row) and saving it, against the floor of reading the attendance
-// file once and writing it once, measured in the same run.
+// file once and writing it once, measured in the same run. The attendance reports over the same
+// file: the reason list and the leave totals over the whole year and the monthly summary's grid,
+// against the floor of reading the file once.
 
 #include <benchmark/benchmark.h>
 
@@ -11,7 +13,11 @@
 #include <memory>
 
 #include "attendance/attendance_register.h"
+#include "attendance/attendance_reports.h"
+#include "attendance/leave_totals.h"
+#include "reports/recording_device.h"
 #include "shell/session.h"
+#include "store/default_reasons.h"
 #include "ui/scripted_dialogs.h"
 
 using namespace korvel;
@@ -104,5 +110,73 @@ void BM_SaveMonthGrid(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_SaveMonthGrid)->Unit(benchmark::kMillisecond);
+
+void BM_FloorReadOnce(benchmark::State& state) {
+    Tree& t = tree();
+    for (auto _ : state) {
+        QFile f(t.afw_path);
+        f.open(QIODevice::ReadOnly);
+        benchmark::DoNotOptimize(f.readAll().size());
+    }
+}
+BENCHMARK(BM_FloorReadOnce)->Unit(benchmark::kMillisecond);
+
+// The file read once as the reports read it: every record into memory.
+void BM_BookLoad(benchmark::State& state) {
+    Tree& t = tree();
+    for (auto _ : state) {
+        attendance::AttendanceBook book(*t.session);
+        book.load();
+        benchmark::DoNotOptimize(book.count());
+    }
+}
+BENCHMARK(BM_BookLoad)->Unit(benchmark::kMillisecond);
+
+// The reports' form over the tree, with the eleven reasons.
+struct ReportsForm {
+    ReportsForm() : job(device, tree().dialogs), form(*tree().session, job) {
+        shell::Session& s = *tree().session;
+        s.open_file(store::Code::PRSSBI);
+        if (s.count(store::Code::PRSSBI) == 0) {
+            for (const char* reason : store::kDefaultReasons) {
+                s.working(store::Code::PRSSBI).clear();
+                s.working(store::Code::PRSSBI)
+                    .set_text(store::PRSSBI["SBI_TIPE"], QString::fromLatin1(reason));
+                s.append_record(store::Code::PRSSBI);
+            }
+        }
+        form.form_load();
+    }
+    reports::RecordingDevice device;
+    reports::PrintJob job;
+    attendance::AttendanceReports form;
+};
+
+void BM_ReasonListYear(benchmark::State& state) {
+    ReportsForm r;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(r.form.reason_list_grid({1, 365}).rows());
+    }
+}
+BENCHMARK(BM_ReasonListYear)->Unit(benchmark::kMillisecond);
+
+void BM_LeaveTotalsYear(benchmark::State& state) {
+    ReportsForm r;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(r.form.leave_totals().total);
+    }
+}
+BENCHMARK(BM_LeaveTotalsYear)->Unit(benchmark::kMillisecond);
+
+void BM_MonthlySummaryGrid(benchmark::State& state) {
+    ReportsForm r;
+    r.form.maand_lys_click(2);
+    std::vector<int> counts;
+    for (auto _ : state) {
+        const attendance::DayGrid days = r.form.day_grid(r.form.range);
+        benchmark::DoNotOptimize(r.form.summary_grid(days, &counts).rows());
+    }
+}
+BENCHMARK(BM_MonthlySummaryGrid)->Unit(benchmark::kMillisecond);
 
 }  // namespace

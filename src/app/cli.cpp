@@ -10,6 +10,7 @@
 #include "app/cli_subjects.h"
 #include "app/cli_yearend.h"
 #include "payroll/payroll_cli.h"
+#include "attendance/cli_attendance.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
 #include "reports/cli_print.h"
@@ -210,7 +211,8 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
         (args.isEmpty() ? err : out) << kUsage << kSubjectsListUsage << kSubjectsRebuildUsage
                                      << kMembersUsage << kImportLuritsUsage
                                      << reports::kPrintUsage << reports::kFormListsPrintUsage
-                                     << payroll::kPayrollPrintUsage;
+                                     << payroll::kPayrollPrintUsage
+                                     << attendance::kAttendancePrintUsage;
         return args.isEmpty() ? 2 : 0;
     }
     try {
@@ -232,6 +234,9 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
         }
         if (command == u"subjects" && args.value(1) == u"list") {
             return subjects_list(args, out, err);
+        }
+        if (command == u"print" && attendance::is_attendance_report(args.value(1))) {
+            return attendance::print_attendance_report(args, out, err);
         }
         if (command == u"print") {
             return reports::print_report(args, out, err);

@@ -6,6 +6,7 @@
 #include "app/desktop.h"
 #include "app/forms.h"
 #include "attendance/attendance_register_form.h"
+#include "attendance/attendance_reports_form.h"
 #include "attendance/leave_capture_form.h"
 #include "attendance/reason_codes_form.h"
 #include "governing/member_register_form.h"
@@ -38,6 +39,7 @@ int main(int argc, char** argv) {
     attendance::register_attendance_register_form(dialogs);
     attendance::register_reason_codes_form(dialogs);
     attendance::register_leave_capture_form(dialogs);
+    attendance::register_attendance_reports_form(dialogs);
     reports::register_print_menu_form(dialogs);
     reports::register_staff_lists_form(dialogs);
     staff::register_staff_entry_form(dialogs);

@@ -40,6 +40,12 @@ using shell::number_value;
 // The reason number as the register stores it: right aligned in two characters.
 QString reason_text(int number);
 
+// The mark of a day of an attendance record as stored, its first byte ('.' for none), and the
+// number of its reason (0 for ".." and for anything that reads as no number: " 3" and "3 " are
+// both 3). Read from the bytes, so a year of days costs no text conversion.
+char stored_mark(const store::Record& attendance, int day);
+int stored_reason(const store::Record& attendance, int day);
+
 // Day-of-year limits of a month of a year.
 struct MonthLimits {
     int first = 0;  // day of year of the first of the month
@@ -76,6 +82,7 @@ class AttendanceBook {
     int ensure(const QString& post);
 
     store::Record& record(int number);
+    const store::Record& record(int number) const;
     // The record written back at its number (and left in the working record).
     bool write(int number);
 

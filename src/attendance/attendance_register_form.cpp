@@ -1,5 +1,7 @@
 #include "attendance/attendance_register_form.h"
 
+#include "attendance/attendance_reports_form.h"
+
 #include <QContextMenuEvent>
 #include <QCursor>
 #include <QHBoxLayout>
@@ -148,6 +150,12 @@ AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool edu
     for (QPushButton* b : {calendar_, kodes_, grid_sort_}) {
         buttons->addWidget(b);
     }
+    // The print button opens the attendance reports.
+    auto* druk = new QPushButton(QStringLiteral("DRUK / PRINT"), this);
+    druk->setObjectName(QStringLiteral("druk"));
+    register_.open_reports = [this, &session] { show_attendance_reports(session, this); };
+    connect(druk, &QPushButton::clicked, this, [this] { register_.task_options_click(5); });
+    buttons->addWidget(druk);
     buttons->addStretch();
     buttons->addWidget(staff_exit_);
     auto* layout = new QVBoxLayout(this);

@@ -36,16 +36,6 @@ const char* const kPrintUsage =
 
 namespace {
 
-// The command line's dialogs, which also note whether a failure was reported.
-class CliDialogs : public ui::UnattendedDialogs {
-  public:
-    void message(const QString& text, ui::Icon icon, const QString& title) override {
-        failed = failed || icon == ui::Icon::Critical;
-        UnattendedDialogs::message(text, icon, title);
-    }
-    bool failed = false;
-};
-
 struct PrintOptions {
     int option = 0;
     bool age_list = false;
@@ -55,9 +45,7 @@ struct PrintOptions {
     std::optional<AdminChoice> admin;
     QDate from_date, to_date;
     std::optional<std::array<bool, kSectionCount>> sections;
-    std::optional<bool> afrikaans;
-    QStringList drives;
-    QString pdf, xlsx;
+    CliOutputOptions output;
 };
 
 QDate read_date(const QString& text) {
@@ -152,26 +140,13 @@ std::optional<PrintOptions> parse(const QStringList& args, QString* why) {
                     *why = QStringLiteral("unknown section ") + part;
             }
             o.sections = on;
-        } else if (name == u"--lang") {
-            if (value == u"af")
-                o.afrikaans = true;
-            else if (value == u"en")
-                o.afrikaans = false;
-            else
-                *why = QStringLiteral("--lang is af or en, not ") + value;
-        } else if (name == u"--drive") {
-            o.drives << value;
-        } else if (name == u"--pdf") {
-            o.pdf = value;
-        } else if (name == u"--xlsx") {
-            o.xlsx = value;
-        } else {
+        } else if (!o.output.read(name, value, why)) {
             *why = QStringLiteral("unknown option ") + name;
         }
         if (!why->isEmpty())
             return std::nullopt;
     }
-    if (o.pdf.isEmpty() == o.xlsx.isEmpty()) {
+    if (o.output.pdf.isEmpty() == o.output.xlsx.isEmpty()) {
         *why = QStringLiteral("give one of --pdf FILE and --xlsx FILE");
         return std::nullopt;
     }
@@ -187,42 +162,11 @@ int entry_of(const StaffLists& form, const QString& post) {
 }
 
 int run(const PrintOptions& o, QTextStream& out, QTextStream& err) {
-    platform::DriveMap drives = platform::DriveMap::from_environment();
-    for (const QString& d : o.drives) {
-        const QStringList bad = drives.read_config(d);
-        if (!bad.isEmpty()) {
-            err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
-            return 2;
-        }
-    }
-    if (!o.pdf.isEmpty() &&
-        qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
-        err << "korvel-cli: PDF output needs the GUI application (fonts)\n";
-        return 1;
-    }
-
-    CliDialogs dialogs;
-    shell::Session session(dialogs, drives);
-    session.executable_path = platform::executable_windows_path(drives);
-    session.afrikaans = false;
-    shell::Startup startup(session);
-    if (!startup.run_unattended()) {
-        return 1;
-    }
-    if (o.afrikaans)
-        session.afrikaans = *o.afrikaans;
-
-    const QString target = QFileInfo(o.pdf.isEmpty() ? o.xlsx : o.pdf).absoluteFilePath();
-    if (!QFileInfo(QFileInfo(target).absolutePath()).isDir()) {
-        err << "korvel-cli: " << QFileInfo(target).absolutePath() << ": no such folder\n";
-        return 1;
-    }
-    std::unique_ptr<PrintDevice> device;
-    if (!o.pdf.isEmpty())
-        device = std::make_unique<PdfDevice>(target);
-    else
-        device = std::make_unique<RecordingDevice>();
-    PrintJob job(*device, dialogs, report_school(session), session.afrikaans);
+    CliPrintRun cli;
+    if (const int code = cli.open(o.output, err); code != 0)
+        return code;
+    shell::Session& session = cli.session();
+    PrintJob& job = cli.job();
 
     StaffLists form(session, job, o.option);
     form.form_load();
@@ -253,38 +197,124 @@ int run(const PrintOptions& o, QTextStream& out, QTextStream& err) {
     if (o.sections)
         form.sections = *o.sections;
 
-    const bool to_workbook = !o.xlsx.isEmpty();
-    form.choose_target = [&](PrintJob& j) {
-        if (to_workbook) {
-            QString name = QFileInfo(target).fileName();
-            if (name.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive))
-                name.chop(5);
-            j.begin_spreadsheet(QFileInfo(target).absolutePath(), name);
-        } else {
-            j.print_setup();
-            j.state.page_pending = true;
-        }
-        return true;
-    };
+    form.choose_target = [&cli](PrintJob& j) { return cli.choose_target(j); };
     if (o.age_list)
         form.slegs_ouderdomslys_click();
     else
         form.kr_ok_click();
     form.exit_click();
+    return cli.finish(true, out, err);
+}
 
-    QString written = target;
-    if (to_workbook && !written.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive))
+}  // namespace
+
+void CliDialogs::message(const QString& text, ui::Icon icon, const QString& title) {
+    failed = failed || icon == ui::Icon::Critical;
+    UnattendedDialogs::message(text, icon, title);
+}
+
+CliPrintRun::CliPrintRun() = default;
+CliPrintRun::~CliPrintRun() = default;
+
+bool CliOutputOptions::read(const QString& name, const QString& value, QString* why) {
+    if (name == u"--lang") {
+        if (value == u"af" || value == u"en")
+            afrikaans = value == u"af";
+        else
+            *why = QStringLiteral("--lang is af or en, not ") + value;
+    } else if (name == u"--drive") {
+        drives << value;
+    } else if (name == u"--pdf") {
+        pdf = value;
+    } else if (name == u"--xlsx") {
+        xlsx = value;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+int CliPrintRun::open(const CliOutputOptions& options, QTextStream& err) {
+    const QString& pdf = options.pdf;
+    const QString& xlsx = options.xlsx;
+    const std::optional<bool>& afrikaans = options.afrikaans;
+    platform::DriveMap drives = platform::DriveMap::from_environment();
+    for (const QString& d : options.drives) {
+        const QStringList bad = drives.read_config(d);
+        if (!bad.isEmpty()) {
+            err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
+            return 2;
+        }
+    }
+    if (!pdf.isEmpty() && qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
+        err << "korvel-cli: PDF output needs the GUI application (fonts)\n";
+        return 1;
+    }
+    session_ = std::make_unique<shell::Session>(dialogs, drives);
+    session_->executable_path = platform::executable_windows_path(drives);
+    session_->afrikaans = false;
+    shell::Startup startup(*session_);
+    if (!startup.run_unattended()) {
+        return 1;
+    }
+    if (afrikaans)
+        session_->afrikaans = *afrikaans;
+
+    to_workbook_ = !xlsx.isEmpty();
+    target_ = QFileInfo(to_workbook_ ? xlsx : pdf).absoluteFilePath();
+    if (!QFileInfo(QFileInfo(target_).absolutePath()).isDir()) {
+        err << "korvel-cli: " << QFileInfo(target_).absolutePath() << ": no such folder\n";
+        return 1;
+    }
+    if (to_workbook_)
+        device_ = std::make_unique<RecordingDevice>();
+    else
+        device_ = std::make_unique<PdfDevice>(target_);
+    job_ = std::make_unique<PrintJob>(*device_, dialogs, report_school(*session_),
+                                      session_->afrikaans);
+    return 0;
+}
+
+bool CliPrintRun::choose_target(PrintJob& j) const {
+    if (to_workbook_) {
+        QString name = QFileInfo(target_).fileName();
+        if (name.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive))
+            name.chop(5);
+        j.begin_spreadsheet(QFileInfo(target_).absolutePath(), name);
+    } else {
+        j.print_setup();
+        j.state.page_pending = true;
+    }
+    return true;
+}
+
+int CliPrintRun::finish(bool printed, QTextStream& out, QTextStream& err) const {
+    QString written = target_;
+    if (to_workbook_ && !written.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive))
         written += QStringLiteral(".xlsx");
-    if (dialogs.failed || !QFileInfo(written).isFile()) {
+    if (!printed || dialogs.failed || !QFileInfo(written).isFile()) {
         err << "korvel-cli: nothing was written to " << written << "\n";
         return 1;
     }
-    out << "report: " << job.state.report_name << "\n"
+    out << "report: " << job_->state.report_name << "\n"
         << "written: " << written << "\n";
     return 0;
 }
 
-}  // namespace
+int run_print_command(const QString& why, const char* usage, QTextStream& err,
+                      const std::function<int()>& run) {
+    if (!why.isEmpty()) {
+        err << "korvel-cli: " << why << "\n"
+            << "usage:\n"
+            << usage;
+        return 2;
+    }
+    try {
+        return run();
+    } catch (const ProcessEnd& end) {
+        return end.exit_code() == 0 ? 1 : end.exit_code();
+    }
+}
 
 int print_report(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (is_form_list_report(args.value(1)))
@@ -293,17 +323,7 @@ int print_report(const QStringList& args, QTextStream& out, QTextStream& err) {
         return payroll::print_payroll_report(args, out, err);
     QString why;
     const std::optional<PrintOptions> options = parse(args, &why);
-    if (!options) {
-        err << "korvel-cli: " << why << "\n"
-            << "usage:\n"
-            << kPrintUsage;
-        return 2;
-    }
-    try {
-        return run(*options, out, err);
-    } catch (const ProcessEnd& end) {
-        return end.exit_code() == 0 ? 1 : end.exit_code();
-    }
+    return run_print_command(why, kPrintUsage, err, [&] { return run(*options, out, err); });
 }
 
 }  // namespace korvel::reports

@@ -99,4 +99,15 @@ void register_staff_lists(PrintMenu& menu, shell::Session& session, PrintJob& jo
     register_form_lists(menu, session, job, host);
 }
 
+void register_attendance_reports(PrintMenu& menu, shell::Session& session, PrintJob& job,
+                                 PrintTargetHost* host) {
+    for (int i : {6, 7, 8}) {
+        menu.set_opener(i, [&session, &job, host, &menu](int option) {
+            ReportFormRequest request(menu.pr_option[size_t(option)].form, session, job, host,
+                                      option);
+            session.dialogs().show_modal(request);
+        });
+    }
+}
+
 }  // namespace korvel::reports

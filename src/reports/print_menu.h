@@ -62,6 +62,23 @@ class PrintMenu : public ui::ChildForm {
     std::array<Opener, kPrintMenuButtons + 1> openers_;
 };
 
+// A report form of a library above this one, asked for by its name through the dialogs, which
+// the program registers with its Qt side.
+struct ReportFormRequest : ui::ChildForm {
+    ReportFormRequest(QString form, shell::Session& s, PrintJob& j, PrintTargetHost* h, int o)
+        : name(std::move(form)), session(s), job(j), host(h), option(o) {}
+    QString form_name() const override { return name; }
+    QString name;
+    shell::Session& session;
+    PrintJob& job;
+    PrintTargetHost* host;
+    int option;
+};
+
+// Buttons 6 to 8 ask for the attendance reports.
+void register_attendance_reports(PrintMenu& menu, shell::Session& session, PrintJob& job,
+                                 PrintTargetHost* host);
+
 // The openers of this library's forms: buttons 1 to 4 run sk421_prg on its option, shown
 // through the session's dialogs. The job and host must outlive the menu.
 void register_staff_lists(PrintMenu& menu, shell::Session& session, PrintJob& job,

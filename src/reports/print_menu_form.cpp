@@ -89,6 +89,7 @@ void show_print_menu(shell::Session& session, QWidget* parent) {
     job.progress = &progress;
     PrintMenu menu(session.afrikaans);
     register_staff_lists(menu, session, job, &host);
+    register_attendance_reports(menu, session, job, &host);
     menu.form_load();
     session.dialogs().show_modal(menu);
 }

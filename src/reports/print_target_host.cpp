@@ -6,6 +6,8 @@
 #include <QVBoxLayout>
 
 #include "reports/print_target_form.h"
+#include "reports/school_report.h"
+#include "shell/session.h"
 
 namespace korvel::reports {
 
@@ -78,6 +80,14 @@ void QtPrintProgress::clear() {
     wdv_bladsy_->setText(QStringLiteral("0"));
     wdv_opskrif_->clear();
     window_->hide();
+}
+
+QtReportJob::QtReportJob(shell::Session& session, QWidget* parent)
+    : host(parent),
+      progress(parent),
+      job(host.job_device(), session.dialogs(), report_school(session), session.afrikaans) {
+    job.general_year_folder = session.fs().native(session.folders.general_year);
+    job.progress = &progress;
 }
 
 }  // namespace korvel::reports

@@ -12,6 +12,10 @@
 class QLabel;
 class QWidget;
 
+namespace korvel::shell {
+class Session;
+}
+
 namespace korvel::reports {
 
 class QtPrintTargetHost : public PrintTargetHost {
@@ -51,6 +55,15 @@ class QtPrintProgress : public PrintProgress {
     QLabel* wdv_opskrif_ = nullptr;
     QLabel* wdv_drukker_ = nullptr;
     QLabel* wdv_bladsy_ = nullptr;
+};
+
+// A report's job for a form that prints: the printer in use behind its preview, the school of
+// the session, the target form and the progress window.
+struct QtReportJob {
+    QtReportJob(shell::Session& session, QWidget* parent);
+    QtPrintTargetHost host;
+    QtPrintProgress progress;
+    PrintJob job;
 };
 
 }  // namespace korvel::reports

@@ -1,0 +1,124 @@
+#include "attendance/leave_totals.h"
+
+#include <QHash>
+#include <array>
+
+#include "attendance/month_calendar.h"
+#include "shell/session.h"
+
+namespace korvel::attendance {
+
+namespace {
+// Whether each day of the year is a school day: no Saturday or Sunday and no holiday in its
+// month's calendar.
+std::vector<bool> school_days(shell::Session& session, int year, const DayRange& range) {
+    std::vector<bool> school(size_t(kLastSlot) + 1, false);
+    const QDate jan1(year, 1, 1);
+    MonthCalendar calendar(session);
+    int loaded = 0;
+    for (int day = range.first; day <= range.last; ++day) {
+        const QDate date = jan1.addDays(day - 1);
+        if (date.month() != loaded) {
+            // A month's letters are its own: the calendar keeps the last month's otherwise.
+            calendar.clear_letters();
+            calendar.load(date.month());
+            loaded = date.month();
+        }
+        const bool weekend =
+            shell::day_name(date.dayOfWeek() % 7 + 1, session.afrikaans).startsWith(u'S');
+        school[size_t(day)] = !weekend && calendar.holiday[size_t(date.day())].isEmpty();
+    }
+    return school;
+}
+}  // namespace
+
+LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>& staff,
+                        const AttendanceBook& book, const DayRange& range) {
+    LeaveTotals t;
+    // A column per reason line with a first description, keyed by its record number.
+    QHash<int, int> column_of;
+    session.scan_records(store::Code::PRSSBI, [&](int number, store::Record& r) {
+        const QString name = r.text(store::PRSSBI["SBI_TIPE"]).trimmed();
+        if (!name.isEmpty()) {
+            column_of.insert(number, int(t.reasons.size()));
+            t.reasons.push_back(number);
+            t.reason_names << name;
+        }
+    });
+    t.column_totals.assign(t.reasons.size(), 0);
+    if (range.empty()) {
+        return t;
+    }
+    const int year = ledger_year_number(session);
+    const std::vector<bool> school = school_days(session, year, range);
+    const QDate jan1(year, 1, 1);
+    for (const StaffMember& m : staff) {
+        LeavePerson p;
+        p.post = m.post;
+        p.name = m.name;
+        p.counts.assign(t.reasons.size(), 0);
+        if (const int number = book.find(m.post); number != 0) {
+            const store::Record& r = book.record(number);
+            for (int day = range.first; day <= range.last; ++day) {
+                const char letter = stored_mark(r, day);
+                if (!school[size_t(day)] || letter == 0 ||
+                    !kLeaveLetters.contains(QLatin1Char(letter))) {
+                    continue;
+                }
+                const int col = column_of.value(stored_reason(r, day), -1);
+                LeaveDay d{jan1.addDays(day - 1), QString(QLatin1Char(letter)), QString()};
+                if (col < 0) {
+                    ++p.no_reason;
+                } else {
+                    ++p.counts[size_t(col)];
+                    ++t.column_totals[size_t(col)];
+                    d.reason = t.reason_names.at(col);
+                }
+                ++p.total;
+                p.days.push_back(d);
+            }
+        }
+        t.no_reason += p.no_reason;
+        t.total += p.total;
+        t.people.push_back(std::move(p));
+    }
+    return t;
+}
+
+reports::PrintGrid leave_totals_grid(const LeaveTotals& t, bool afrikaans) {
+    const auto tr = [afrikaans](const char* af, const char* en) {
+        return QString::fromUtf8(afrikaans ? af : en);
+    };
+    const int reasons = int(t.reasons.size());
+    const int cols = 2 + reasons + 2;
+    reports::PrintGrid grid(1, cols);
+    grid.fixed_rows = 1;
+    grid.set_text(0, 0, tr("POS", "PST"));
+    grid.set_text(0, 1, tr("PERSONEELLID", "STAFF MEMBER"));
+    for (int i = 0; i < reasons; ++i) {
+        grid.set_text(0, 2 + i, reports::kTurnMark + t.reason_names.at(i));
+    }
+    grid.set_text(0, cols - 2, reports::kTurnMark + tr("SONDER REDE", "NO REASON"));
+    grid.set_text(0, cols - 1, reports::kTurnMark + tr("TOTAAL", "TOTAL"));
+    for (int c = 2; c < cols; ++c) {
+        grid.column(c).alignment = reports::kAlignRight;
+    }
+    const auto add_row = [&](const QString& post, const QString& name,
+                             const std::vector<int>& counts, int no_reason, int total) {
+        const int row = grid.add_item(post + u'\t' + name);
+        for (int i = 0; i < reasons; ++i) {
+            if (counts[size_t(i)] > 0) {
+                grid.set_text(row, 2 + i, QString::number(counts[size_t(i)]));
+            }
+        }
+        grid.set_text(row, cols - 2, no_reason > 0 ? QString::number(no_reason) : QString());
+        grid.set_text(row, cols - 1, QString::number(total));
+    };
+    for (const LeavePerson& p : t.people) {
+        add_row(p.post, p.name, p.counts, p.no_reason, p.total);
+    }
+    add_row(QString(), tr("TOTAAL", "TOTAL"), t.column_totals, t.no_reason, t.total);
+    return grid;
+}
+
+}  // namespace korvel::attendance
