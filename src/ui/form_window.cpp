@@ -243,7 +243,10 @@ bool FormWindows::eventFilter(QObject* watched, QEvent* event) {
         return false;
     }
     form->setProperty(kPlaced, true);
-    place_form(*form, form->parentWidget());
+    // A maximised window (the shell, a print preview) keeps the whole screen.
+    if (!(form->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen))) {
+        place_form(*form, form->parentWidget());
+    }
     close_on_escape(*form);
     enter_moves_on(*form);
     return false;
