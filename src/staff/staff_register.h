@@ -114,7 +114,6 @@ class StaffRegister {
     std::function<void()> show_print_chooser;             // the print programs, modal
     std::function<void(bool educators)> open_attendance;  // the attendance register, modal
     std::function<void()> open_subject_rebuild;           // the staff subject rebuild, modal
-    std::function<void(int done, int total)> progress;    // the fill's progress bar
 
     // ---- events ----
     // Captions, then the repair and the fill. False, after the user was told, when there are

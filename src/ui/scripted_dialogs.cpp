@@ -129,7 +129,7 @@ class ScriptedProgress : public Progress {
 }  // namespace
 
 std::unique_ptr<Progress> ScriptedDialogs::progress(const QString& caption, int, bool can_stop) {
-    shown_.append({Shown::Kind::Progress, caption, {}, Icon::None});
+    progress_shown_.append(caption);
     return std::make_unique<ScriptedProgress>(stop_at_step_, can_stop);
 }
 

@@ -14,7 +14,7 @@
 namespace korvel::ui {
 
 struct Shown {
-    enum class Kind { Message, Question, Input, Date, Folder, File, Beep, Font, Form, Progress };
+    enum class Kind { Message, Question, Input, Date, Folder, File, Beep, Font, Form };
     Kind kind;
     QString text;
     QString title;
@@ -37,8 +37,10 @@ class ScriptedDialogs : public Dialogs {
         forms_[form_name] = std::move(play);
     }
     // The user presses cancel on a progress bar once the job reaches that step (jobs that can
-    // stop only). A progress bar shows as a Progress entry with its caption.
+    // stop only).
     void stop_at_step(int step) { stop_at_step_ = step; }
+    // The captions of the progress bars shown, in order (apart from the texts shown).
+    const QStringList& progress_shown() const { return progress_shown_; }
 
     void message(const QString& text, Icon icon, const QString& title) override;
     Answer ask(const QString& text, Buttons buttons, Icon icon, Answer default_answer,
@@ -72,6 +74,7 @@ class ScriptedDialogs : public Dialogs {
     std::deque<std::optional<FontChoice>> fonts_;
     std::map<QString, std::function<void(ChildForm&)>> forms_;
     int stop_at_step_ = -1;
+    QStringList progress_shown_;
 };
 
 // Progress on a terminal: one line "caption  45%" rewritten in place, shown once the job has
