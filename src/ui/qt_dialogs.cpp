@@ -150,8 +150,8 @@ class FocusReturn {
   public:
     FocusReturn() : field_(QApplication::focusWidget()) {}
     ~FocusReturn() {
-        if (field_ && field_->isVisible() &&
-            QApplication::activeModalWidget() == field_->window()) {
+        QWidget* front = QApplication::activeModalWidget();
+        if (field_ && field_->isVisible() && (front == nullptr || front == field_->window())) {
             field_->setFocus(Qt::OtherFocusReason);
         }
     }
