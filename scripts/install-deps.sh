@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages KORVEL needs to build, test and run; with the argument `bench`,
-# also what the benchmarks' yardstick needs (LibreOffice Calc, which reads the CSV it converts).
+# also what the benchmarks' yardstick needs (LibreOffice Calc, which reads the CSV it converts);
+# with `screens`, what scripts/screens.sh needs.
 # Idempotent: only packages that are missing are asked for; sudo is used when not root.
 set -euo pipefail
 
@@ -18,6 +19,10 @@ packages=(
 )
 if [ "${1:-}" = bench ]; then
   packages+=(libreoffice-calc-nogui)
+fi
+# scripts/screens.sh: a small window manager, a robot at the keyboard and a screen grabber.
+if [ "${1:-}" = screens ]; then
+  packages+=(openbox xdotool imagemagick)
 fi
 
 missing=()

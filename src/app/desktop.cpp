@@ -1,19 +1,14 @@
 #include "app/desktop.h"
 
 #include <QCloseEvent>
-#include <QColorDialog>
 #include <QCoreApplication>
 #include <QDesktopServices>
-#include <QFileDialog>
 #include <QFont>
-#include <QFontDialog>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QInputDialog>
 #include <QKeyEvent>
-#include <QMessageBox>
 #include <QPalette>
-#include <QProgressDialog>
+#include <QStyle>
 #include <QUrl>
 #include <QVBoxLayout>
 #include <cstdio>
@@ -23,6 +18,7 @@
 #include "shell/common_dialogs.h"
 #include "shell/form_header.h"
 #include "staff/lurits_import.h"
+#include "ui/form_window.h"
 
 namespace korvel::app {
 
@@ -49,30 +45,13 @@ bool Application::notify(QObject* receiver, QEvent* event) {
                           });
 }
 
-namespace {
-
-bool is_form(const QWidget* w) {
-    if (!w->isWindow() || (w->windowType() != Qt::Window && w->windowType() != Qt::Dialog)) {
-        return false;
-    }
-    const QString name = w->objectName();
-    if (name.isEmpty() || name.startsWith(QLatin1String("qt_"))) {
-        return false;
-    }
-    return !qobject_cast<const QMessageBox*>(w) && !qobject_cast<const QInputDialog*>(w) &&
-           !qobject_cast<const QFileDialog*>(w) && !qobject_cast<const QFontDialog*>(w) &&
-           !qobject_cast<const QColorDialog*>(w) && !qobject_cast<const QProgressDialog*>(w);
-}
-
-}  // namespace
-
 bool FormHeaders::eventFilter(QObject* watched, QEvent* event) {
     static const char* const kDone = "korvel_form_header";
     if (event->type() != QEvent::Show || !watched->isWidgetType()) {
         return false;
     }
     auto* w = static_cast<QWidget*>(watched);
-    if (!is_form(w) || w->property(kDone).toBool()) {
+    if (!ui::is_form(w) || w->property(kDone).toBool()) {
         return false;
     }
     w->setProperty(kDone, true);
@@ -197,14 +176,39 @@ MenuForm::MenuForm(shell::Session& session, shell::Startup& startup,
             [this] { open_child_form(QStringLiteral("sk4_export")); });
     connect(lurits_import_, &QPushButton::clicked, this, [this] { menu_.lurits_import_click(); });
 
+    // The tool buttons show the desktop's icons beside their tooltips; where the theme has
+    // none, the style's own.
+    const std::pair<QPushButton*, std::pair<const char*, QStyle::StandardPixmap>> icons[] = {
+        {tab_undo_, {"edit-undo", QStyle::SP_BrowserReload}},
+        {nuusbrief_, {"mail-message", QStyle::SP_FileDialogInfoView}},
+        {prs_export_, {"document-export", QStyle::SP_DialogSaveButton}},
+        {backup_, {"drive-harddisk", QStyle::SP_DriveHDIcon}},
+        {help_pdf_, {"help-contents", QStyle::SP_MessageBoxQuestion}},
+        {data_check_, {"dialog-ok-apply", QStyle::SP_DialogApplyButton}},
+    };
+    for (const auto& [b, icon] : icons) {
+        b->setIcon(
+            QIcon::fromTheme(QString::fromLatin1(icon.first), style()->standardIcon(icon.second)));
+        b->setIconSize(QSize(24, 24));
+        b->setText(QString());
+        b->setMinimumSize(40, 36);
+    }
+
+    // The entries stand as a block under the header, the year list beside them.
     auto* body = new QHBoxLayout;
-    body->addLayout(entries, 1);
+    body->addStretch();
+    body->addLayout(entries);
+    body->addSpacing(24);
     body->addWidget(rekords_jaar_lys_);
+    body->addStretch();
+    rekords_jaar_lys_->setMaximumHeight(sk4_menu_[1]->minimumHeight() * 2);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(band);
     layout->addWidget(school_);
-    layout->addLayout(body, 1);
+    layout->addSpacing(24);
+    layout->addLayout(body);
+    layout->addStretch(1);
     layout->addLayout(tools);
 
     timer1_.setInterval(1000);
@@ -235,6 +239,7 @@ void MenuForm::refresh() {
     nuusbrief_->setToolTip(menu_.nuusbrief_tooltip);
     data_check_->setToolTip(menu_.data_check_tooltip);
     lurits_import_->setToolTip(menu_.lurits_import_tooltip);
+    help_pdf_->setToolTip(s_.afrikaans ? QStringLiteral("HANDLEIDING") : QStringLiteral("MANUAL"));
     dir_disp_staff_->setToolTip(menu_.dir_disp_staff_tooltip);
     dir_disp_staff_->setText(menu_.dir_disp_staff);
     ops_datum_->setText(menu_.header.ops_datum);
@@ -305,25 +310,62 @@ SplashForm::SplashForm(shell::Session& session, QWidget* parent) : QDialog(paren
     chk_lang_[1]->setObjectName(QStringLiteral("chk_lang_1"));
     chk_lang_[2]->setObjectName(QStringLiteral("chk_lang_2"));
     (s_.afrikaans ? chk_lang_[1] : chk_lang_[2])->setChecked(true);
+    chk_lang_[1]->setToolTip(QStringLiteral("A"));
+    chk_lang_[2]->setToolTip(QStringLiteral("E"));
     auto* langs = new QHBoxLayout;
     for (int i = 1; i <= 2; ++i) {
         langs->addWidget(chk_lang_[i]);
-        connect(chk_lang_[i], &QRadioButton::clicked, this, [this, i] {
-            s_.afrikaans = i == 1;
-            accept();
-        });
+        connect(chk_lang_[i], &QRadioButton::clicked, this, [this, i] { choose(i); });
     }
     layout->addLayout(langs);
+    time_left_ = new QLabel(this);
+    time_left_->setObjectName(QStringLiteral("time_left"));
+    layout->addWidget(time_left_, 0, Qt::AlignHCenter);
+    // The timer keeps the language marked: the one of the last run, read from language.txt.
     timer1_.setSingleShot(true);
     timer1_.setInterval(3000);
-    connect(&timer1_, &QTimer::timeout, this, [this] {
-        s_.afrikaans = chk_lang_[1]->isChecked();
-        accept();
-    });
+    connect(&timer1_, &QTimer::timeout, this,
+            [this] { choose(chk_lang_[1]->isChecked() ? 1 : 2); });
+    clock_.setInterval(250);
+    connect(&clock_, &QTimer::timeout, this, [this] { show_time_left(); });
+}
+
+void SplashForm::choose(int index) {
+    timer1_.stop();
+    clock_.stop();
+    s_.afrikaans = index == 1;
+    accept();
+}
+
+void SplashForm::show_time_left() {
+    const int seconds = (timer1_.remainingTime() + 999) / 1000;
+    time_left_->setText(QStringLiteral("%1 ... %2")
+                            .arg(chk_lang_[1]->isChecked() ? QStringLiteral("AFRIKAANS")
+                                                           : QStringLiteral("ENGLISH"))
+                            .arg(std::max(seconds, 0)));
+}
+
+void SplashForm::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_A:
+            choose(1);
+            return;
+        case Qt::Key_E:
+            choose(2);
+            return;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            choose(chk_lang_[1]->isChecked() ? 1 : 2);
+            return;
+        default:
+            QDialog::keyPressEvent(event);
+    }
 }
 
 bool SplashForm::run() {
     timer1_.start();
+    clock_.start();
+    show_time_left();
     return exec() == QDialog::Accepted;
 }
 

@@ -101,10 +101,19 @@ class SplashForm : public QDialog {
     // True when the language was chosen (or the timer chose it); the session's flag is set.
     bool run();
 
+  protected:
+    // A answers Afrikaans, E English, Enter the language marked.
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
+    void choose(int index);
+    void show_time_left();
+
     shell::Session& s_;
     QRadioButton* chk_lang_[3] = {};
+    QLabel* time_left_ = nullptr;
     QTimer timer1_;
+    QTimer clock_;
 };
 
 class ShellWindow : public QMainWindow {

@@ -1,6 +1,7 @@
 // korvel: the desktop program.
 
 #include <QApplication>
+#include <QFont>
 #include <QProcessEnvironment>
 
 #include "app/desktop.h"
@@ -28,6 +29,7 @@
 #include "staff/staff_entry_form.h"
 #include "staff/staff_subjects_form.h"
 #include "staff/subject_codes_form.h"
+#include "ui/form_window.h"
 #include "ui/qt_dialogs.h"
 
 using namespace korvel;
@@ -35,6 +37,12 @@ using namespace korvel;
 int main(int argc, char** argv) {
     app::Application app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("KORVEL"));
+    // The Windows faces the forms were drawn in, by their nearest free twins where the system
+    // has no alias of its own for them.
+    QFont::insertSubstitutions(QStringLiteral("Tahoma"),
+                               {QStringLiteral("DejaVu Sans"), QStringLiteral("Liberation Sans")});
+    QFont::insertSubstitutions(QStringLiteral("MS Sans Serif"),
+                               {QStringLiteral("Liberation Sans"), QStringLiteral("DejaVu Sans")});
     ui::QtDialogs dialogs;
     attendance::register_attendance_register_form(dialogs);
     attendance::register_reason_codes_form(dialogs);
@@ -60,6 +68,8 @@ int main(int argc, char** argv) {
     shell::Startup startup(session);
     app::FormHeaders form_headers(session);
     app.installEventFilter(&form_headers);
+    ui::FormWindows form_windows;
+    app.installEventFilter(&form_windows);
     platform::SingleInstance instance;
     app.before_end = [&instance] { instance.release(); };
     try {

@@ -35,7 +35,7 @@ AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool edu
                                                QWidget* parent)
     : QDialog(parent), register_(session, educators) {
     setObjectName(QStringLiteral("sk417_prg"));
-    resize(1200, 650);
+    resize(1360, 700);  // a whole month beside the reasons; cut to the screen as it opens
     maand_lys_ = new QListWidget(this);
     maand_lys_->setObjectName(QStringLiteral("maand_lys"));
     maand_lys_->setMaximumWidth(180);
@@ -45,6 +45,10 @@ AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool edu
     afw_grid_->verticalHeader()->hide();
     afw_grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     afw_grid_->setSelectionMode(QAbstractItemView::SingleSelection);
+    afw_grid_->setTextElideMode(Qt::ElideNone);  // a post number is never cut to "1..."
+    afw_grid_->setWordWrap(false);
+    // One line of text a row, so that as many people as can show do.
+    afw_grid_->verticalHeader()->setDefaultSectionSize(afw_grid_->fontMetrics().height() + 6);
     afw_grid_->setMouseTracking(true);
     afw_grid_->viewport()->setMouseTracking(true);
     afw_grid_->viewport()->installEventFilter(this);
@@ -177,7 +181,13 @@ AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool edu
 }
 
 void AttendanceRegisterForm::refresh() {
-    setWindowTitle(register_.caption);
+    // The month shown stands in the title.
+    const auto& months = register_.maand_lys.items;
+    const int m = register_.month - 1;
+    setWindowTitle(register_.grid_shown && m >= 0 && m < static_cast<int>(months.size())
+                       ? register_.caption + QStringLiteral(" - ") +
+                             months[static_cast<std::size_t>(m)].text.trimmed()
+                       : register_.caption);
     fill_list(maand_lys_, register_.maand_lys);
     fill_list(kode_lys_, register_.kode_lys);
     const CellGrid& k = register_.calendar.maand_kalender;
@@ -212,13 +222,26 @@ void AttendanceRegisterForm::refresh() {
     if (register_.current_row >= kFirstStaffRow && register_.current_col >= 0) {
         afw_grid_->setCurrentCell(register_.current_row, register_.current_col);
     }
+    size_columns();
+}
+
+void AttendanceRegisterForm::size_columns() {
+    // The whole month shows at once: a day is two characters wide, the post number and the
+    // name as wide as the widest of them, so the two left columns never scroll away.
+    const CellGrid& g = register_.afw_grid;
+    const int day_width = afw_grid_->fontMetrics().horizontalAdvance(QStringLiteral("00")) + 8;
     for (int c = 0; c < g.cols(); ++c) {
         const int width = c < static_cast<int>(g.col_widths.size())
                               ? g.col_widths[static_cast<std::size_t>(c)]
                               : -1;
         afw_grid_->setColumnHidden(c, width == 0);
-        if (width > 0) {
-            afw_grid_->setColumnWidth(c, std::max(18, width / 15));  // twips to pixels
+        if (width == 0) {
+            continue;
+        }
+        if (c >= kFirstDayCol) {
+            afw_grid_->setColumnWidth(c, day_width);
+        } else {
+            afw_grid_->resizeColumnToContents(c);
         }
     }
 }

@@ -31,6 +31,7 @@ class AttendanceRegisterForm : public QDialog {
 
   private:
     void paint_grid();  // texts and colours of the cells
+    void size_columns();
     void show_options(const QPoint& global);
     void show_calendar_options(const QPoint& global);
     void leave();

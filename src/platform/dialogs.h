@@ -8,6 +8,7 @@
 #include <QDate>
 #include <QString>
 #include <QStringList>
+#include <memory>
 #include <optional>
 
 namespace korvel::ui {
@@ -32,6 +33,22 @@ class ChildForm {
   public:
     virtual ~ChildForm() = default;
     virtual QString form_name() const = 0;
+};
+
+// The progress of a job that can take more than a second: a bar under the job's caption, with a
+// cancel button where stopping the job is safe. The bar goes as the object goes.
+class Progress {
+  public:
+    virtual ~Progress() = default;
+    // The job has done `done` of its steps. False once the user asked to stop a job that can
+    // stop; a job that cannot stop is never told so.
+    virtual bool step(int done) = 0;
+};
+
+// A job nobody watches.
+class NoProgress : public Progress {
+  public:
+    bool step(int) override { return true; }
 };
 
 class Dialogs {
@@ -69,6 +86,15 @@ class Dialogs {
 
     // Shows a child form modally over its behaviour and returns when it closes.
     virtual void show_modal(ChildForm& form) = 0;
+
+    // A progress bar for a job of `total` steps; can_stop offers a cancel. Nothing shows for a
+    // job that is over within a second.
+    virtual std::unique_ptr<Progress> progress(const QString& caption, int total, bool can_stop) {
+        (void)caption;
+        (void)total;
+        (void)can_stop;
+        return std::make_unique<NoProgress>();
+    }
 };
 
 }  // namespace korvel::ui

@@ -103,6 +103,9 @@ class PrintDevice {
     virtual void new_page() = 0;
     virtual void end_doc() = 0;
     virtual void abandon() = 0;
+    // After end_doc: whether the pages went to a printer or a file. A print preview closed
+    // without printing delivered nothing.
+    virtual bool delivered() const { return true; }
 };
 
 // The state every device keeps alike: scale, position, font and pen, page counter. Positions are

@@ -395,6 +395,9 @@ void PrintJob::finish_report(bool with_footer, bool with_maker_line) {
     if (progress)
         progress->clear();
     const int pages = d.page() - 1;
+    if (!d.delivered()) {
+        return;  // a preview closed without printing: nothing was printed, and nothing is said
+    }
     dialogs().message(text(QStringLiteral("DRUKWERK VOLTOOI (%1 bladsye)").arg(pages),
                            QStringLiteral("PRINTING COMPLETE (%1 pages)").arg(pages)),
                       ui::Icon::Information);

@@ -191,16 +191,22 @@ void MainMenu::nuusbrief_click() {
     digits.remove(u'.');
     const QString file =
         join(s_.folders.program, QStringLiteral("veranderings ") + digits + QStringLiteral(".rtf"));
-    if (open_document && !open_document(s_.fs().native(file))) {
-        s_.dialogs().message(file, ui::Icon::Exclamation);
+    // Without the manual the user learns where it was looked for.
+    if (!s_.fs().file_exists(file) || (open_document && !open_document(s_.fs().native(file)))) {
+        s_.dialogs().message(s_.tr("Handleiding nie gevind nie:\n", "Manual not found:\n") + file +
+                                 QStringLiteral("\n") + s_.fs().native(file),
+                             ui::Icon::Exclamation);
     }
 }
 
 void MainMenu::help_pdf_click() {
     const QString file = join(s_.folders.program, s_.afrikaans ? QStringLiteral("personeel.pdf")
                                                                : QStringLiteral("staff.pdf"));
-    if (open_document && !open_document(s_.fs().native(file))) {
-        s_.dialogs().message(file, ui::Icon::Exclamation);
+    // Without the manual the user learns where it was looked for.
+    if (!s_.fs().file_exists(file) || (open_document && !open_document(s_.fs().native(file)))) {
+        s_.dialogs().message(s_.tr("Handleiding nie gevind nie:\n", "Manual not found:\n") + file +
+                                 QStringLiteral("\n") + s_.fs().native(file),
+                             ui::Icon::Exclamation);
     }
 }
 

@@ -21,6 +21,7 @@
 #include "staff/banking.h"
 #include "staff/form_boxes.h"
 #include "staff/staff_register.h"
+#include "ui/form_window.h"
 
 namespace korvel::staff {
 
@@ -62,7 +63,7 @@ void show_banking_details(BankingDetails& form, QWidget* parent) {
                              form.ja_nee_lys_click(n, list->row(item));
                              refresh();
                          });
-        grid->addWidget(list, n == 1 ? 9 : 11, 2);
+        list->hide();  // it pops up at its box
         lists[static_cast<std::size_t>(n)] = list;
     }
 
@@ -71,8 +72,12 @@ void show_banking_details(BankingDetails& form, QWidget* parent) {
     refresh = [&] {
         boxes.show_values();
         for (int n = 1; n <= 2; ++n) {
-            lists[static_cast<std::size_t>(n)]->setVisible(
-                form.ja_nee_lys[static_cast<std::size_t>(n)].visible);
+            QListWidget* list = lists[static_cast<std::size_t>(n)];
+            const bool visible = form.ja_nee_lys[static_cast<std::size_t>(n)].visible;
+            if (visible) {
+                ui::pop_up_at(*list, *boxes.at(n == 1 ? 9 : 11));
+            }
+            list->setVisible(visible);
         }
         if (form.closed) {
             dialog.accept();

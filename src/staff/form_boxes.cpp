@@ -44,11 +44,25 @@ bool Boxes::eventFilter(QObject* watched, QEvent* event) {
     }
     switch (event->type()) {
         case QEvent::FocusIn:
-        case QEvent::FocusOut:
+        case QEvent::FocusOut: {
+            // A message box or another window coming in front, and going again, is no leaving
+            // of the field: the field keeps its focus in its form.
+            const Qt::FocusReason why = static_cast<QFocusEvent*>(event)->reason();
+            const bool window_change =
+                why == Qt::ActiveWindowFocusReason || why == Qt::PopupFocusReason;
+            if (window_change && event->type() == QEvent::FocusOut) {
+                window_away_ = true;
+                return false;
+            }
+            if (window_change && window_away_) {
+                window_away_ = false;
+                return false;
+            }
             if (focus_) {
                 focus_(at->first, event->type() == QEvent::FocusIn);
             }
             return false;
+        }
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
             if (click_) {

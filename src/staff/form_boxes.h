@@ -53,6 +53,7 @@ class Boxes : public QObject {
     Focus focus_;
     Click click_;
     Edits edits_;
+    bool window_away_ = false;  // the focus left with the window, not with the user
 };
 
 // A button named as the form names it, which Enter does not press: Enter belongs to the boxes.

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTableWidget>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -218,7 +219,17 @@ RemarksDialog::RemarksDialog(RemarksFrame& frame, QWidget* parent)
     auto* tools = new QHBoxLayout;
     for (QPushButton* b :
          {bold, italic, underline, font, left, centre, right, bullet, date, ascii}) {
+        b->setFocusPolicy(Qt::NoFocus);  // a click leaves the caret where it was in the text
         tools->addWidget(b);
+    }
+    // The word processor's keys for the same.
+    const std::pair<QKeySequence::StandardKey, QPushButton*> keys[] = {
+        {QKeySequence::Bold, bold},
+        {QKeySequence::Italic, italic},
+        {QKeySequence::Underline, underline}};
+    for (const auto& [key, b] : keys) {
+        auto* shortcut = new QShortcut(QKeySequence(key), this);
+        connect(shortcut, &QShortcut::activated, b, &QPushButton::click);
     }
     tools->addStretch();
     auto* buttons = new QHBoxLayout;

@@ -17,6 +17,7 @@
 #include "staff/staff_entry.h"
 #include "staff/staff_register.h"
 #include "store/record_layouts.h"
+#include "ui/form_window.h"
 
 namespace korvel::staff {
 
@@ -26,8 +27,9 @@ QColor colour_of(int bgr) {
     return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF);
 }
 
-// The width of each field's box: the stored field's width, or what the list writes.
-int field_width(int field) {
+// The width of each field's box: the width of the field it is stored in, so a box never takes
+// more than the record keeps.
+int field_width(int field, bool western_cape) {
     using store::PRSADD;
     using store::PRSALG;
     switch (field) {
@@ -47,18 +49,26 @@ int field_width(int field) {
             return PRSALG["PA_PERSAL"].width;
         case 8:
             return PRSALG["PA_ID_NR"].width;
+        case 7:
+            return PRSALG["PA_GESLAG"].width;
         case 9:
             return 10;
+        case 10:
+            return PRSALG["PA_HWLK_ST"].width;
         case 11:
             return 9;
         case 12:
             return PRSALG["PA_UN_NAAM"].width;
+        case 13:
+            return PRSALG["PA_RAS"].width;
+        case 14:
+            return PRSALG["PA_TAAL"].width;
         case 15:
-            return PRSADD["PD_CEMIS"].width;
+            return western_cape ? PRSADD["PD_CEMIS"].width : PRSALG["PA_GEBREK"].width;
         case 16:
             return PRSALG["PA_DPT_NR"].width;
         case 17:
-            return 2;
+            return 1;  // PA_ICT_LV holds 0 to 5
         case 18:
             return PRSALG["PK_KLAS_NR"].width;
         case 19:
@@ -76,7 +86,7 @@ int field_width(int field) {
         case 26:
             return PRSADD["PD_UNIE_NR"].width;
         default:
-            return 60;  // fields a list fills show the list's whole row
+            return 60;  // the highest qualification, read only, shows its list's whole row
     }
 }
 
@@ -170,14 +180,14 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
             refresh();
         });
     for (const int f : entry_tab_order()) {
-        boxes.make(f, field_width(f), &dialog);
+        boxes.make(f, field_width(f, entry.western_cape), &dialog);
     }
     std::array<QLabel*, kEntryFields> labels{};
     for (int i = 0; i < kEntryFields; ++i) {
         labels[static_cast<std::size_t>(i)] = label(i, QString(), &dialog);
     }
     for (const int f : {0, 11}) {
-        boxes.make(f, field_width(f), &dialog)->setFocusPolicy(Qt::NoFocus);
+        boxes.make(f, field_width(f, entry.western_cape), &dialog)->setFocusPolicy(Qt::NoFocus);
     }
     const auto box = [&boxes](int f) { return boxes.at(f); };
     box(0)->setReadOnly(true);
@@ -185,6 +195,7 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
     box(25)->setReadOnly(true);  // a click opens its list
 
     std::array<QListWidget*, kEntryLists> lists{};
+    std::array<int, kEntryLists> field_of_list{};  // the field a list opens at
     for (int i = 0; i < kEntryLists; ++i) {
         auto* l = new QListWidget(&dialog);
         l->setObjectName(QString::fromLatin1(list_name(static_cast<EntryList>(i))));
@@ -261,8 +272,13 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
                 l->addItems(model.rows);
             }
             l->setCurrentRow(model.list_index);
-            l->setVisible(model.visible ||
-                          static_cast<EntryList>(i) == EntryList::Tipe_aanstelling);
+            if (static_cast<EntryList>(i) == EntryList::Tipe_aanstelling) {
+                continue;  // a list of its own on the form
+            }
+            if (model.visible) {
+                ui::pop_up_at(*l, *box(field_of_list[static_cast<std::size_t>(i)]));
+            }
+            l->setVisible(model.visible);
         }
         broodwinner->setText(entry.broodwinner_caption);
         broodwinner->setChecked(entry.broodwinner);
@@ -356,7 +372,7 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
             }
             if (const std::optional<EntryList> which =
                     StaffEntry::list_of_field(f, entry.western_cape)) {
-                line->addWidget(lists[static_cast<std::size_t>(*which)]);
+                field_of_list[static_cast<std::size_t>(*which)] = f;
             }
             grid->addLayout(line, row, 1);
             ++row;
@@ -366,6 +382,23 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
     auto* columns = new QHBoxLayout;
     columns->addLayout(column(kLeftColumn, std::size(kLeftColumn)));
     columns->addLayout(column(kRightColumn, std::size(kRightColumn)));
+    for (int i = 0; i < kEntryLists; ++i) {
+        if (static_cast<EntryList>(i) != EntryList::Tipe_aanstelling) {
+            lists[static_cast<std::size_t>(i)]->hide();  // each pops up at its field
+        }
+    }
+    // Tab goes down the left column, then the right one, then the options and buttons, as
+    // they stand; Enter keeps the order the fields are filled in.
+    QList<QWidget*> tab_order;
+    for (const int f : kLeftColumn) {
+        tab_order << box(f);
+        if (f == 12) {
+            tab_order << box(26);
+        }
+    }
+    for (const int f : kRightColumn) {
+        tab_order << box(f);
+    }
     auto* appointment = new QVBoxLayout;
     labels[26]->hide();  // the teaching level's caption is its frame's title
     QListWidget* appointments = lists[static_cast<std::size_t>(EntryList::Tipe_aanstelling)];
@@ -386,6 +419,16 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
     }
     buttons->addStretch();
     buttons->addWidget(staff_exit);
+    tab_order << lists[static_cast<std::size_t>(EntryList::Tipe_aanstelling)] << p_t[0] << p_t[1]
+              << broodwinner;
+    for (QRadioButton* level : levels) {
+        tab_order << level;
+    }
+    for (QPushButton* b : {data_ok, data_del, data_aktiveer, static_cast<QPushButton*>(opmerkings),
+                           alg_opsies, kopieer, staff_exit}) {
+        tab_order << b;
+    }
+    ui::tab_in_order(tab_order);
     auto* layout = new QVBoxLayout(&dialog);
     layout->addWidget(person);
     layout->addWidget(box(0));

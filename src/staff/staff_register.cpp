@@ -246,10 +246,12 @@ void StaffRegister::fill_grid() {
     const int total = session_.count(Code::PRSALG);
     int running = 0;
     upkeep.begin_fill();
+    // A fill repairs as it goes, record by record, so it runs to its end: no cancel.
+    const std::unique_ptr<ui::Progress> bar = session_.dialogs().progress(
+        session_.tr("Personeelregister word gelaai ...", "Loading the staff register ..."), total,
+        false);
     session_.scan_records(Code::PRSALG, [&](int number, Record& r) {
-        if (progress) {
-            progress(number, total);
-        }
+        bar->step(number);
         upkeep.assign_spare_number();
         if (r.text(kSurname).trimmed().isEmpty() && r.text(kNames).trimmed().isEmpty() &&
             r.text(kTitle).trimmed().isEmpty()) {

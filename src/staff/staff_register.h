@@ -123,7 +123,6 @@ class StaffRegister {
     std::function<void()> show_print_chooser;             // the print programs, modal
     std::function<void(bool educators)> open_attendance;  // the attendance register, modal
     std::function<void()> open_subject_rebuild;           // the staff subject rebuild, modal
-    std::function<void(int done, int total)> progress;    // the fill's progress bar
     // The governing body entry filled from the staff member in the working records.
     std::function<void(shell::Session&)> copy_to_governing_body;
 

@@ -15,6 +15,8 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QSysInfo>
+#include <algorithm>
+#include <memory>
 #include <vector>
 
 #include "platform/winpath.h"
@@ -288,7 +290,14 @@ void Store::rebuild_subject_file() {
 }
 
 Compaction Store::compact_staff_files(QString* why) {
-    const auto step_done = [this](int step) {
+    // The bar runs over the master records, then the three steps that replace the files; a
+    // replacement is never stopped half-way, so it has no cancel.
+    const int records = count(Code::PRSALG);
+    const std::unique_ptr<ui::Progress> progress = dialogs().progress(
+        tr("Personeellêers word saamgepers ...", "Compacting the staff files ..."), records + 3,
+        false);
+    const auto step_done = [this, &progress, records](int step) {
+        progress->step(step <= 2 ? 0 : records + step - 3);
         if (compaction_step_done) {
             compaction_step_done(step);
         }
@@ -353,7 +362,8 @@ Compaction Store::compact_staff_files(QString* why) {
     // 3 and 4. Every record that has a name, a post number and is not deleted is written,
     // under a key that no earlier record took.
     Record name(PRSNME);
-    scan_records(Code::PRSALG, [&](int, Record& r) {
+    scan_records(Code::PRSALG, [&](int number, Record& r) {
+        progress->step(std::min(number, records));
         const QString surname = r.trim_text(kSurname);
         const QString names = r.trim_text(kNames);
         const QString title = r.trim_text(kTitle);

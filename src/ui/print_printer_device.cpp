@@ -3,6 +3,7 @@
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPrinterInfo>
 
 namespace korvel::ui {
@@ -56,6 +57,10 @@ bool preview_recording(const reports::RecordingDevice& recording, QPrinter& prin
             reports::replay(recording.calls(), device);
             device.end_doc();
         });
+    if (auto* pages = dialog.findChild<QPrintPreviewWidget*>()) {
+        pages->fitToWidth();
+    }
+    dialog.setWindowState(Qt::WindowMaximized);
     return dialog.exec() == QDialog::Accepted;
 }
 
@@ -67,13 +72,14 @@ void PreviewPrinterDevice::end_doc() {
     // the report begins.
     const bool drawn = count(reports::RecordedCall::Kind::Text) > 0;
     reports::RecordingDevice::end_doc();
+    printed_ = false;
     if (drawn) {
         if (show_preview) {
-            show_preview(*this);
+            printed_ = show_preview(*this);
         } else {
             printer_.qprinter().setColorMode(printer_.colour_mode() == 1 ? QPrinter::GrayScale
                                                                          : QPrinter::Color);
-            preview_recording(*this, printer_.qprinter(), parent_);
+            printed_ = preview_recording(*this, printer_.qprinter(), parent_);
         }
     }
     clear();

@@ -32,8 +32,8 @@ class PrinterDevice : private PrinterHolder, public reports::PainterDevice {
     void discard_doc() override;
 };
 
-// Shows the recorded pages in the print preview dialog, from which the user may print them.
-// True when they were printed.
+// Shows the recorded pages in the print preview dialog, from which the user may print them: the
+// dialog opens maximised, the page at the window's width. True when they were printed.
 bool preview_recording(const reports::RecordingDevice& recording, QWidget* parent = nullptr);
 // The same on a given printer (its name and colour mode are kept).
 bool preview_recording(const reports::RecordingDevice& recording, QPrinter& printer,
@@ -47,6 +47,8 @@ class PreviewPrinterDevice : public reports::RecordingDevice {
     PreviewPrinterDevice(PrinterDevice& printer, QWidget* parent);
     int colour_mode() const override { return printer_.colour_mode(); }
     void end_doc() override;
+    // Whether the last preview printed its pages.
+    bool delivered() const override { return printed_; }
     PrinterDevice& printer() { return printer_; }
     // Called instead of the preview dialog (tests); true means printed.
     std::function<bool(const reports::RecordingDevice&)> show_preview;
@@ -54,6 +56,7 @@ class PreviewPrinterDevice : public reports::RecordingDevice {
   private:
     PrinterDevice& printer_;
     QWidget* parent_;
+    bool printed_ = false;
 };
 
 }  // namespace korvel::ui

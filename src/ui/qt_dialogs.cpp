@@ -8,8 +8,10 @@
 #include <QFontDialog>
 #include <QGridLayout>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <utility>
@@ -134,18 +136,95 @@ QString patterns_of(const QString& text) {
 
 }  // namespace
 
+QWidget* QtDialogs::opener() const {
+    if (QWidget* modal = QApplication::activeModalWidget()) {
+        return modal;
+    }
+    if (QWidget* active = QApplication::activeWindow()) {
+        return active;
+    }
+    return parent_;
+}
+
+namespace {
+
+// Gives the focus back, as a box or child form closes, to the field that had it when it opened.
+class FocusReturn {
+  public:
+    FocusReturn() : field_(QApplication::focusWidget()) {}
+    ~FocusReturn() {
+        QWidget* front = QApplication::activeModalWidget();
+        if (field_ && field_->isVisible() && (front == nullptr || front == field_->window())) {
+            field_->setFocus(Qt::OtherFocusReason);
+        }
+    }
+    FocusReturn(const FocusReturn&) = delete;
+    FocusReturn& operator=(const FocusReturn&) = delete;
+
+  private:
+    QPointer<QWidget> field_;
+};
+
+// A job that cannot stop keeps its bar up through Escape and the close box.
+class Unstoppable : public QObject {
+  public:
+    using QObject::QObject;
+
+  protected:
+    bool eventFilter(QObject*, QEvent* e) override {
+        if (e->type() == QEvent::Close) {
+            e->ignore();
+            return true;
+        }
+        return e->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(e)->key() == Qt::Key_Escape;
+    }
+};
+
+class DialogProgress : public Progress {
+  public:
+    DialogProgress(QWidget* parent, const QString& caption, int total, bool can_stop)
+        : dialog_(caption, QString(), 0, std::max(total, 1), parent), can_stop_(can_stop) {
+        dialog_.setWindowTitle(QString::fromLatin1(default_caption));
+        dialog_.setWindowModality(Qt::ApplicationModal);
+        dialog_.setMinimumDuration(1000);
+        dialog_.setAutoReset(false);
+        if (!can_stop) {
+            dialog_.setCancelButton(nullptr);
+            dialog_.installEventFilter(new Unstoppable(&dialog_));
+        }
+        dialog_.setValue(0);
+    }
+    bool step(int done) override {
+        dialog_.setValue(std::clamp(done, 0, dialog_.maximum()));
+        return !(can_stop_ && dialog_.wasCanceled());
+    }
+
+  private:
+    QProgressDialog dialog_;
+    bool can_stop_;
+};
+
+}  // namespace
+
+std::unique_ptr<Progress> QtDialogs::progress(const QString& caption, int total, bool can_stop) {
+    return std::make_unique<DialogProgress>(opener(), caption, total, can_stop);
+}
+
 void QtDialogs::message(const QString& text, Icon icon, const QString& title) {
-    run_box(parent_, text, Buttons::Ok, icon, Answer::Ok, title);
+    const FocusReturn back;
+    run_box(opener(), text, Buttons::Ok, icon, Answer::Ok, title);
 }
 
 Answer QtDialogs::ask(const QString& text, Buttons buttons, Icon icon, Answer default_answer,
                       const QString& title) {
-    return run_box(parent_, text, buttons, icon, default_answer, title);
+    const FocusReturn back;
+    return run_box(opener(), text, buttons, icon, default_answer, title);
 }
 
 std::optional<QString> QtDialogs::input(const QString& prompt, const QString& title,
                                         const QString& default_text, bool password) {
-    QInputDialog dlg(parent_);
+    const FocusReturn back;
+    QInputDialog dlg(opener());
     dlg.setInputMode(QInputDialog::TextInput);
     dlg.setWindowTitle(caption_or_default(title));
     dlg.setLabelText(prompt);
@@ -160,12 +239,13 @@ std::optional<QString> QtDialogs::input(const QString& prompt, const QString& ti
 }
 
 std::optional<QDate> QtDialogs::pick_date(const QString& caption, const QDate& start) {
-    return CalendarForm::pick(parent_, caption, start);
+    const FocusReturn back;
+    return CalendarForm::pick(opener(), caption, start);
 }
 
 QString QtDialogs::choose_folder(const QString& caption, const QString& start) {
     const QString dir =
-        QFileDialog::getExistingDirectory(parent_, caption, start, QFileDialog::ShowDirsOnly);
+        QFileDialog::getExistingDirectory(opener(), caption, start, QFileDialog::ShowDirsOnly);
     return dir.isEmpty() ? QString() : QDir::toNativeSeparators(dir);
 }
 
@@ -173,8 +253,8 @@ QString QtDialogs::choose_file(const QString& caption, const QString& start, con
                                bool for_saving) {
     const QString qt_filter = qt_file_filter(filter);
     const QString file = for_saving
-                             ? QFileDialog::getSaveFileName(parent_, caption, start, qt_filter)
-                             : QFileDialog::getOpenFileName(parent_, caption, start, qt_filter);
+                             ? QFileDialog::getSaveFileName(opener(), caption, start, qt_filter)
+                             : QFileDialog::getOpenFileName(opener(), caption, start, qt_filter);
     return file.isEmpty() ? QString() : QDir::toNativeSeparators(file);
 }
 
@@ -269,7 +349,8 @@ std::optional<FontChoice> QtDialogs::choose_font(const FontChoice& start) {
 void QtDialogs::show_modal(ChildForm& form) {
     const auto it = forms_.find(form.form_name());
     if (it != forms_.end()) {
-        it->second(form, parent_);
+        const FocusReturn back;
+        it->second(form, opener());
     }
 }
 

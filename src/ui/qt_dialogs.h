@@ -29,6 +29,9 @@ class QtDialogs : public Dialogs {
 
     void set_parent(QWidget* parent) { parent_ = parent; }
     QWidget* parent() const { return parent_; }
+    // The window a dialog or child form opens over: the modal form in front (the form that
+    // asked), else the active window, else the parent.
+    QWidget* opener() const;
 
     // A message box with one OK button and the given icon. The text is shown as plain text,
     // never as rich text.
@@ -64,7 +67,11 @@ class QtDialogs : public Dialogs {
     void register_form(const QString& form_name, FormShower show) {
         forms_[form_name] = std::move(show);
     }
+    // The child form opens over the form in front; as it closes, the focus goes back to the
+    // field that opened it.
     void show_modal(ChildForm& form) override;
+    // A progress dialog over the form in front, modal, shown once the job has run a second.
+    std::unique_ptr<Progress> progress(const QString& caption, int total, bool can_stop) override;
 
   private:
     QPointer<QWidget> parent_;

@@ -1,5 +1,14 @@
 #include "ui/scripted_dialogs.h"
 
+#ifdef _WIN32
+#include <io.h>
+#define KORVEL_STDERR_IS_TERMINAL (_isatty(_fileno(stderr)) != 0)
+#else
+#include <unistd.h>
+#define KORVEL_STDERR_IS_TERMINAL (isatty(STDERR_FILENO) != 0)
+#endif
+
+#include <algorithm>
 #include <cstdio>
 
 namespace korvel::ui {
@@ -103,6 +112,56 @@ QStringList ScriptedDialogs::texts() const {
         }
     }
     return out;
+}
+
+namespace {
+
+class ScriptedProgress : public Progress {
+  public:
+    ScriptedProgress(int stop_at, bool can_stop) : stop_at_(stop_at), can_stop_(can_stop) {}
+    bool step(int done) override { return !(can_stop_ && stop_at_ >= 0 && done >= stop_at_); }
+
+  private:
+    int stop_at_;
+    bool can_stop_;
+};
+
+}  // namespace
+
+std::unique_ptr<Progress> ScriptedDialogs::progress(const QString& caption, int, bool can_stop) {
+    progress_shown_.append(caption);
+    return std::make_unique<ScriptedProgress>(stop_at_step_, can_stop);
+}
+
+TerminalProgress::TerminalProgress(std::FILE* out, QString caption, int total, int delay_ms)
+    : out_(out), caption_(std::move(caption)), total_(std::max(total, 1)), delay_ms_(delay_ms) {
+    clock_.start();
+}
+
+TerminalProgress::~TerminalProgress() {
+    if (shown_percent_ >= 0) {
+        std::fputc('\n', out_);
+        std::fflush(out_);
+    }
+}
+
+bool TerminalProgress::step(int done) {
+    const int percent = static_cast<int>(100LL * std::clamp(done, 0, total_) / total_);
+    if (percent == shown_percent_ || clock_.elapsed() < delay_ms_) {
+        return true;
+    }
+    shown_percent_ = percent;
+    const QByteArray caption = caption_.toUtf8();
+    std::fprintf(out_, "\r%s  %3d%%", caption.constData(), percent);
+    std::fflush(out_);
+    return true;
+}
+
+std::unique_ptr<Progress> UnattendedDialogs::progress(const QString& caption, int total, bool) {
+    if (!KORVEL_STDERR_IS_TERMINAL) {
+        return std::make_unique<NoProgress>();
+    }
+    return std::make_unique<TerminalProgress>(stderr, caption, total);
 }
 
 namespace {

@@ -2,7 +2,9 @@
 // Dialogs for tests: answers are queued in advance and every text shown is recorded, so a test
 // can drive a form's behaviour as a user would and read back what the user would have seen.
 
+#include <QElapsedTimer>
 #include <QList>
+#include <cstdio>
 #include <deque>
 #include <functional>
 #include <map>
@@ -34,6 +36,11 @@ class ScriptedDialogs : public Dialogs {
     void on_form(const QString& form_name, std::function<void(ChildForm&)> play) {
         forms_[form_name] = std::move(play);
     }
+    // The user presses cancel on a progress bar once the job reaches that step (jobs that can
+    // stop only).
+    void stop_at_step(int step) { stop_at_step_ = step; }
+    // The captions of the progress bars shown, in order (apart from the texts shown).
+    const QStringList& progress_shown() const { return progress_shown_; }
 
     void message(const QString& text, Icon icon, const QString& title) override;
     Answer ask(const QString& text, Buttons buttons, Icon icon, Answer default_answer,
@@ -47,6 +54,7 @@ class ScriptedDialogs : public Dialogs {
     void beep() override;
     std::optional<FontChoice> choose_font(const FontChoice& start) override;
     void show_modal(ChildForm& form) override;
+    std::unique_ptr<Progress> progress(const QString& caption, int total, bool can_stop) override;
 
     const QList<Shown>& shown() const { return shown_; }
     // The names of the child forms shown, in order.
@@ -65,6 +73,25 @@ class ScriptedDialogs : public Dialogs {
     std::deque<QString> paths_;
     std::deque<std::optional<FontChoice>> fonts_;
     std::map<QString, std::function<void(ChildForm&)>> forms_;
+    int stop_at_step_ = -1;
+    QStringList progress_shown_;
+};
+
+// Progress on a terminal: one line "caption  45%" rewritten in place, shown once the job has
+// run for `delay_ms`, and ended with a line feed.
+class TerminalProgress : public Progress {
+  public:
+    TerminalProgress(std::FILE* out, QString caption, int total, int delay_ms = 1000);
+    ~TerminalProgress() override;
+    bool step(int done) override;
+
+  private:
+    std::FILE* out_;
+    QString caption_;
+    int total_;
+    int delay_ms_;
+    int shown_percent_ = -1;
+    QElapsedTimer clock_;
 };
 
 // Dialogs for the command line: texts go to standard error, questions take their default
@@ -83,6 +110,8 @@ class UnattendedDialogs : public Dialogs {
     void beep() override {}
     std::optional<FontChoice> choose_font(const FontChoice&) override { return std::nullopt; }
     void show_modal(ChildForm& form) override;
+    // On a terminal the job's progress goes to standard error; otherwise nothing shows.
+    std::unique_ptr<Progress> progress(const QString& caption, int total, bool can_stop) override;
 };
 
 }  // namespace korvel::ui

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 
 #include "app/desktop.h"
@@ -87,6 +88,29 @@ TEST(Desktop, MenuOnTheDemoTreeInBothLanguages) {
     EXPECT_TRUE(d.session.afrikaans);
     EXPECT_EQ(entry1->text(), "PERSONEELLEDE");
     EXPECT_EQ(entry1->toolTip().left(18), " Peosoneellede (On");
+}
+
+TEST(Desktop, TheSplashIsAnsweredWithTheKeyboardAndItsTimerKeepsTheLastLanguage) {
+    DemoDesktop d;
+    struct Case {
+        bool last_run_afrikaans;
+        Qt::Key key;  // 0: the timer runs out
+        bool afrikaans;
+    } cases[] = {
+        {false, Qt::Key_Return, false},
+        {false, Qt::Key_A, true},
+        {true, Qt::Key_E, false},
+        {false, Qt::Key(0), false},
+    };
+    for (const Case& c : cases) {
+        d.session.afrikaans = c.last_run_afrikaans;
+        app::SplashForm splash(d.session);
+        if (c.key != 0) {
+            QTimer::singleShot(50, &splash, [&] { QTest::keyClick(&splash, c.key); });
+        }
+        EXPECT_TRUE(splash.run());
+        EXPECT_EQ(d.session.afrikaans, c.afrikaans) << c.key;
+    }
 }
 
 TEST(Desktop, EveryFormWritesItsAuditLineOnceAsItShows) {

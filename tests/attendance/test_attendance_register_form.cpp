@@ -4,11 +4,13 @@
 #include <QTemporaryDir>
 
 #include <QFile>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QProcess>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QTest>
 #include <QTimer>
 
 #include "attendance/attendance_register_form.h"
@@ -20,6 +22,7 @@
 #include "reports/recording_device.h"
 #include "shell/demo_tree.h"
 #include "shell/folders.h"
+#include "staff/demo_forms_fixture.h"
 #include "store/record_layouts.h"
 #include "ui/scripted_dialogs.h"
 
@@ -327,4 +330,42 @@ TEST(AttendanceRegisterForm, LeaveCaptureWritesTheStretchAndUnloads) {
         }
     }
     EXPECT_TRUE(found);
+}
+
+using MonthOnScreen = korvel::testing::DemoForms<ui::ScriptedDialogs>;
+
+TEST_F(MonthOnScreen, AWholeMonthFitsTheScreenAndEscapeLeavesAsTheExitDoes) {
+    attendance::AttendanceRegisterForm form(session, true);
+    form.show();
+    emit form.months()->itemDoubleClicked(form.months()->item(2));  // March: 31 days
+    QTableWidget* grid = form.grid();
+    ASSERT_TRUE(grid->isVisible());
+    EXPECT_TRUE(form.windowTitle().endsWith("MARCH"));
+
+    int width = grid->verticalHeader()->isVisible() ? grid->verticalHeader()->width() : 0;
+    int days = 0;
+    for (int c = 0; c < grid->columnCount(); ++c) {
+        if (!grid->isColumnHidden(c)) {
+            width += grid->columnWidth(c);
+            days += c >= attendance::kFirstDayCol ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(days, 31);
+    // The grid, the reasons beside it and the form's margins within 1366 pixels.
+    EXPECT_LE(width + form.reasons()->maximumWidth() + 80, 1366);
+    // Post numbers and names whole, never cut short.
+    const QFontMetrics fm = grid->fontMetrics();
+    for (int r = attendance::kFirstStaffRow; r < grid->rowCount(); ++r) {
+        for (const int c : {attendance::kColPost, attendance::kColName}) {
+            EXPECT_LE(fm.horizontalAdvance(grid->item(r, c)->text()), grid->columnWidth(c))
+                << grid->item(r, c)->text().toStdString();
+        }
+    }
+
+    // Escape is the exit: the grid is saved and the months show; again, the form closes.
+    QTest::keyClick(grid, Qt::Key_Escape);
+    EXPECT_FALSE(form.grid()->isVisible());
+    EXPECT_TRUE(form.isVisible());
+    QTest::keyClick(form.months(), Qt::Key_Escape);
+    EXPECT_FALSE(form.isVisible());
 }

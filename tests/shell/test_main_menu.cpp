@@ -103,6 +103,10 @@ TEST(MainMenu, ToolsWithoutTheirProgramsSayWhereToGetThem) {
     m.menu.backup_click();
     ASSERT_EQ(m.starter.started().size(), 1);
     EXPECT_TRUE(m.starter.started().first().program.endsWith("ORSTELL/ORSTELL.EXE"));
+    // No manual: the message names where it was looked for, in the language in use.
+    m.menu.help_pdf_click();
+    EXPECT_TRUE(m.dialogs.last_text().startsWith(
+        "Handleiding nie gevind nie:\nC:\\Program Files (x86)\\KORVEL\\personeel.pdf"));
 }
 
 TEST(MainMenu, UndoConversionRefusesWhileNoConversionCanRefillTheYear) {

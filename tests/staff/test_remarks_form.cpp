@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QPushButton>
+#include <QTest>
 #include <QTextBlock>
 #include <QTimer>
 
@@ -146,6 +147,23 @@ TEST_F(RemarksDialogTest, ButtonsFormatTheSelectionAndInsertAtTheCaret) {
     click(&dialog2, "teks_bullet");
     click(&dialog2, "teks_ok");
     EXPECT_FALSE(shell::read_rtf(written()).paragraphs.at(2).bullet);
+}
+
+TEST_F(RemarksDialogTest, CtrlBMakesBoldAndAToolClickKeepsTheCaretInTheText) {
+    RemarksFrame frame(tree.session, path(), "OPMERKINGS - 1");
+    frame.text = shell::RichText::from_plain_text("eerste");
+    RemarksDialog dialog(frame);
+    dialog.show();
+    QApplication::setActiveWindow(&dialog);
+    QTextEdit* edit = dialog.editor();
+    edit->setFocus();
+    select(edit, "eerste");
+    QTest::keyClick(edit, Qt::Key_B, Qt::ControlModifier);
+    QTest::mouseClick(dialog.findChild<QPushButton*>("teks_middel"), Qt::LeftButton);
+    EXPECT_TRUE(edit->hasFocus());
+    click(&dialog, "teks_ok");
+    const shell::RichText t = shell::read_rtf(written());
+    EXPECT_TRUE(t.paragraphs.at(0).runs.at(0).bold);
 }
 
 TEST_F(RemarksDialogTest, ExitAndClosingSaveNothing) {

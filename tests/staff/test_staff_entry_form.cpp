@@ -14,6 +14,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <functional>
 
 #include "demo_forms_fixture.h"
 #include "shell/demo_tree.h"
@@ -37,6 +38,32 @@ class EntryFormTest : public korvel::testing::DemoForms<ui::QtDialogs> {
         staff::register_address_family_form(dialogs);
         staff::register_banking_form(dialogs);
     }
+
+    // Opens the entry form of a new record from the register and plays the user in it; every
+    // message box is answered with its first button, its icon kept.
+    void with_new_entry(const std::function<void(QWidget* form)>& play) {
+        staff::StaffRegister reg(session, true);
+        reg.user = QStringLiteral("ANNA");
+        ASSERT_TRUE(reg.form_load());
+        QTimer clerk;
+        QObject::connect(&clerk, &QTimer::timeout, [&] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                icons << box->icon();
+                box->buttons().first()->click();
+            }
+        });
+        QTimer robot;
+        robot.setSingleShot(true);
+        QObject::connect(&robot, &QTimer::timeout, [&] {
+            QWidget* modal = QApplication::activeModalWidget();
+            ASSERT_NE(modal, nullptr);
+            play(modal);
+        });
+        robot.start(50);
+        clerk.start(20);
+        reg.task_options_click(1);
+    }
+    QList<QMessageBox::Icon> icons;
 };
 
 template <typename T>
@@ -146,23 +173,8 @@ TEST_F(EntryFormTest, AddingAStaffMemberEndToEnd) {
 }
 
 TEST_F(EntryFormTest, AnEmptyFormTurnsLabelsAndTheLevelFrameRedUnderACriticalBox) {
-    staff::StaffRegister reg(session, true);
-    reg.user = QStringLiteral("ANNA");
-    ASSERT_TRUE(reg.form_load());
-    QList<QMessageBox::Icon> icons;
-    QTimer clerk;
-    QObject::connect(&clerk, &QTimer::timeout, [&] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            icons << box->icon();
-            box->buttons().first()->click();
-        }
-    });
     bool looked = false;
-    QTimer robot;
-    robot.setSingleShot(true);
-    QObject::connect(&robot, &QTimer::timeout, [&] {
-        QWidget* modal = QApplication::activeModalWidget();
-        ASSERT_NE(modal, nullptr);
+    with_new_entry([&](QWidget* modal) {
         QTest::keyClicks(child<QLineEdit>(modal, "prs_data_1"), "98");
         child<QPushButton>(modal, "data_ok")->click();
         const auto colour = [](QWidget* w) { return w->palette().color(QPalette::WindowText); };
@@ -173,10 +185,43 @@ TEST_F(EntryFormTest, AnEmptyFormTurnsLabelsAndTheLevelFrameRedUnderACriticalBox
         looked = true;
         child<QPushButton>(modal, "staff_exit")->click();
     });
-    robot.start(50);
-    clerk.start(20);
-    reg.task_options_click(1);
-    clerk.stop();
     EXPECT_TRUE(looked);
     EXPECT_EQ(icons, QList<QMessageBox::Icon>({QMessageBox::Critical}));
+}
+
+TEST_F(EntryFormTest, TabFollowsTheFormBoxesKeepTheirWidthListsPopUpAndEscapeLeaves) {
+    bool looked = false;
+    with_new_entry([&](QWidget* modal) {
+        QApplication::setActiveWindow(modal);
+        // Tab walks down the left column as it stands: post number, surname, full names, name.
+        QStringList walked;
+        child<QLineEdit>(modal, "prs_data_1")->setFocus();
+        for (int i = 0; i < 4; ++i) {
+            walked << QApplication::focusWidget()->objectName();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        EXPECT_EQ(walked, QStringList({"prs_data_1", "prs_data_2", "prs_data_3", "prs_data_22"}));
+
+        // A box takes no more than its field: five for the post number, one for the gender.
+        QLineEdit* post = child<QLineEdit>(modal, "prs_data_1");
+        QTest::keyClicks(post, "123456");
+        EXPECT_EQ(post->text(), "12345");
+        EXPECT_EQ(child<QLineEdit>(modal, "prs_data_7")->maxLength(), 1);
+
+        // The population list pops up over the form: the next field stays where it was.
+        QLineEdit* language = child<QLineEdit>(modal, "prs_data_14");
+        const QRect before = language->geometry();
+        QApplication::setActiveWindow(modal);
+        child<QLineEdit>(modal, "prs_data_13")->setFocus();
+        QListWidget* population = child<QListWidget>(modal, "ras_lys");
+        EXPECT_TRUE(population->isVisible());
+        EXPECT_EQ(population->parentWidget(), modal);
+        QApplication::processEvents();
+        EXPECT_EQ(language->geometry(), before);
+        looked = true;
+
+        QTest::keyClick(language, Qt::Key_Escape);  // as the exit button
+    });
+    EXPECT_TRUE(looked);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);  // Escape closed the form
 }

@@ -33,3 +33,30 @@ TEST(ScriptedDialogs, ChildFormsArePlayedByTheTest) {
     EXPECT_EQ(script.forms_shown(), QStringList({"sk411_inlees"}));
     EXPECT_EQ(d.choose_font({}), std::nullopt);
 }
+
+TEST(TerminalProgress, RewritesOneLineAsThePercentMovesAndEndsIt) {
+    std::FILE* out = std::tmpfile();
+    {
+        TerminalProgress bar(out, "Loading", 200, 0);
+        for (int done = 0; done <= 200; ++done) {
+            bar.step(done);
+        }
+    }
+    std::rewind(out);
+    char buffer[4096] = {};
+    const std::size_t n = std::fread(buffer, 1, sizeof buffer - 1, out);
+    std::fclose(out);
+    const QString text = QString::fromUtf8(buffer, static_cast<qsizetype>(n));
+    EXPECT_EQ(text.count('\r'), 101);  // 0% to 100%, each once
+    EXPECT_TRUE(text.endsWith("\rLoading  100%\n"));
+}
+
+TEST(TerminalProgress, AShortJobPrintsNothing) {
+    std::FILE* out = std::tmpfile();
+    {
+        TerminalProgress bar(out, "Loading", 10, 60000);
+        bar.step(5);
+    }
+    EXPECT_EQ(std::ftell(out), 0);
+    std::fclose(out);
+}

@@ -1,0 +1,69 @@
+#!/usr/bin/env bash
+# A picture of every main screen: starts KORVEL on the demo tree under Xvfb (1366x768) with a
+# small window manager, walks through the forms with the keyboard alone, as a secretary would,
+# and saves a PNG of the screen at each form in .demo/screens/.
+#
+#   scripts/screens.sh [BUILD_DIR] [DEMO_DIR]
+#
+# Not part of make test. Installs openbox, xdotool and imagemagick when they are missing.
+set -euo pipefail
+root="$(cd "$(dirname "$0")/.." && pwd)"
+build="$(cd "${1:-$root/build}" && pwd)"
+mkdir -p "${2:-$root/.demo}"
+demo="$(cd "${2:-$root/.demo}" && pwd)"
+out="$demo/screens"
+
+if [ -z "${KORVEL_SCREENS_INSIDE:-}" ]; then
+  bash "$root/scripts/install-deps.sh" screens
+  if [ ! -d "$demo/VESPARINE" ]; then
+    "$build/src/app/korvel-cli" demo "$demo"
+  fi
+  rm -rf "$out"
+  mkdir -p "$out"
+  export KORVEL_SCREENS_INSIDE=1
+  exec xvfb-run -a -s "-screen 0 1366x768x24 -dpi 96" bash "$0" "$build" "$demo"
+fi
+
+# Inside the X server from here on.
+source "$root/scripts/demo-drive.sh"
+# The forms' remembered places stay out of the user's own settings.
+export XDG_CONFIG_HOME="$demo/screens-config"
+rm -rf "$XDG_CONFIG_HOME"
+
+openbox >/dev/null 2>&1 &
+wm=$!
+sleep 1
+"$build/src/app/korvel" >"$out/korvel.log" 2>&1 &
+app=$!
+trap 'kill $app $wm 2>/dev/null || true' EXIT
+
+n=0
+shot() {  # shot NAME: waits for the screen to settle, then saves it
+  sleep "${2:-1.5}"
+  n=$((n + 1))
+  import -window root "$out/$(printf '%02d' "$n")-$1.png"
+  echo "  $(printf '%02d' "$n")-$1.png"
+}
+key() { xdotool key --delay 120 "$@"; }
+
+echo "Screens in $out:"
+shot splash 1
+key e                  # English
+shot menu
+key 1                  # the staff register
+shot register 3
+key Down Return        # the first person
+shot entry
+key Escape             # back to the register
+shot register-again
+key Tab Tab Tab Tab space   # ATTENDANCE
+shot attendance 2
+key Down Down Return   # March's grid
+shot attendance-month 2
+key Escape             # the exit saves; the months again
+key Escape             # closes the attendance register
+key shift+Tab space    # PRINT
+shot print-menu 2
+key Escape
+key Escape             # closes the register (its files are compacted)
+shot menu-again 3
