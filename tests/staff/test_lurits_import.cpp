@@ -186,7 +186,7 @@ TEST(LuritsImport, AnUnstorableOrUnreadableFileAddsNothing) {
         const char* message_part;
     };
     const QString junk = files.filePath(QStringLiteral("junk.xls"));
-    testing::write_file(junk, QByteArray("PK\x03\x04 not really a zip at all", 30));
+    testing::write_file(junk, QByteArrayLiteral("PK\x03\x04 not really a zip at all"));
     const Case cases[] = {
         {"text in column 17",
          write_xlsx(files.filePath(QStringLiteral("text.xlsx")), sheet(QStringLiteral("ten"))),
