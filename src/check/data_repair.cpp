@@ -107,6 +107,17 @@ RepairResult repair_tree(const CheckTree& tree, ui::Dialogs& dialogs) {
     session.user_name = tree.user;
     platform::FileSystem& fs = session.fs();
 
+    // The leftovers of an interrupted replace are a live compaction's own files while another
+    // workstation compacts: the repair waits its turn rather than pull them from under it.
+    std::unique_ptr<platform::HeldLock> compacting;
+    QString why;
+    if (session.lock_folder(tree.folders.staff, &compacting, &why) != store::Compaction::Done) {
+        result.error =
+            why.isEmpty()
+                ? QStringLiteral("cannot lock %1: nothing was changed").arg(tree.folders.staff)
+                : why + QStringLiteral(": nothing was changed");
+        return result;
+    }
     const std::vector<StaleLock> locks = stale_locks(tree);
     const QStringList leftovers = leftover_files(tree);
     const QStringList year_end = year_end_leftovers(tree);
@@ -144,6 +155,8 @@ RepairResult repair_tree(const CheckTree& tree, ui::Dialogs& dialogs) {
             fs.delete_file(path);
         }
     }
+
+    compacting.reset();  // the register's closing below compacts under the same lock
 
     // 3. Stale locks, freed by name as closing a row frees them.
     for (const StaleLock& lock : locks) {

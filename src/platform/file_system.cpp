@@ -1,5 +1,7 @@
 #include "platform/file_system.h"
 
+#include "platform/winpath.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -164,6 +166,22 @@ std::optional<QByteArray> FileSystem::read_all(const QString& path) const {
         return std::nullopt;
     }
     return f.readAll();
+}
+
+std::vector<std::optional<QByteArray>> FileSystem::read_all_in(const QString& folder,
+                                                               const QStringList& names) const {
+    const QString n = native(folder);
+    std::vector<std::optional<QByteArray>> files;
+    files.reserve(static_cast<std::size_t>(names.size()));
+    for (const QString& name : names) {
+        QFile f(n + u'/' + name);
+        if (!n.isEmpty() && f.open(QIODevice::ReadOnly)) {
+            files.push_back(f.readAll());
+        } else {
+            files.push_back(read_all(winpath::join(folder, name)));
+        }
+    }
+    return files;
 }
 
 bool FileSystem::write_all(const QString& path, const QByteArray& bytes) const {

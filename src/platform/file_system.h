@@ -10,6 +10,7 @@
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "platform/drive_map.h"
 
@@ -79,6 +80,10 @@ class FileSystem {
     QStringList folder_names(const QString& folder) const;
 
     std::optional<QByteArray> read_all(const QString& path) const;
+    // Files of one folder read whole, the folder looked up once (a name in another case is
+    // still found); nullopt for each that is not there.
+    std::vector<std::optional<QByteArray>> read_all_in(const QString& folder,
+                                                       const QStringList& names) const;
     // Writes a whole file so that a crash leaves either the old or the new content.
     bool write_all(const QString& path, const QByteArray& bytes) const;
 

@@ -157,8 +157,9 @@ struct Fields {
     }
 };
 
-std::string_view trimmed(const char* p, int width) {
-    std::string_view v(p, static_cast<std::size_t>(std::max(width, 0)));
+}  // namespace
+
+std::string_view cell_text(std::string_view v) {
     const auto blank = [](char c) { return c == ' ' || c == '\0'; };
     while (!v.empty() && blank(v.front())) {
         v.remove_prefix(1);
@@ -167,6 +168,12 @@ std::string_view trimmed(const char* p, int width) {
         v.remove_suffix(1);
     }
     return v;
+}
+
+namespace {
+
+std::string_view trimmed(const char* p, int width) {
+    return cell_text(std::string_view(p, static_cast<std::size_t>(std::max(width, 0))));
 }
 
 std::string_view field(const char* row, Place p) {
@@ -360,16 +367,14 @@ GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3
 }
 
 std::optional<GradeSubjects> DbfLearnerSubjects::read_grade(const QString& folder) {
-    platform::FileSystem& fs = session_.fs();
-    const auto read = [&](const char* name) {
-        return fs.read_all(winpath::join(folder, QLatin1String(name)));
-    };
-    const std::optional<QByteArray> ppl_cmp = read("ppl_cmp.dbf");
-    if (!ppl_cmp) {
+    const std::vector<std::optional<QByteArray>> tables = session_.fs().read_all_in(
+        folder,
+        {QStringLiteral("ppl_cmp.dbf"), QStringLiteral("pi3.dbf"), QStringLiteral("vakdta.dbf")});
+    if (!tables[0]) {
         return std::nullopt;
     }
-    return read_grade_tables(*ppl_cmp, read("pi3.dbf").value_or(QByteArray()),
-                             read("vakdta.dbf").value_or(QByteArray()));
+    return read_grade_tables(*tables[0], tables[1].value_or(QByteArray()),
+                             tables[2].value_or(QByteArray()));
 }
 
 QString subject_field_name(int index) {

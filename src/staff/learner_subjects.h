@@ -23,6 +23,9 @@ namespace korvel::staff {
 inline constexpr int kSubjectGroupCells[] = {20, 20, 10};
 inline constexpr int kSubjectCells = 50;
 
+// A cell's text: its field trimmed of blanks and NULs at both ends.
+std::string_view cell_text(std::string_view field);
+
 // One cell, trimmed of blanks and NULs at both ends; blank where the row has no such cell.
 struct SubjectCell {
     std::string_view subject;
@@ -43,6 +46,7 @@ class GradeSubjects {
     SubjectCell cell(int row, int index) const;
     // The bytes of a row as the table holds them: rows with the same bytes have the same cells.
     std::string_view row_bytes(int row) const;
+    bool row_deleted(int row) const { return deleted_[static_cast<std::size_t>(row - 1)]; }
 
     // Builds the rows: every row is row_length bytes; cells[i] gives where cell i lies.
     struct CellPlace {
@@ -52,6 +56,7 @@ class GradeSubjects {
         int teacher_width = 0;
     };
     void set_row_layout(int row_length, const std::vector<CellPlace>& cells);
+    const CellPlace& place(int index) const { return places_[static_cast<std::size_t>(index)]; }
     void add_row(const char* bytes, bool deleted);
     // For fakes: a row from texts, cell i from cells[i]; the rest blank.
     void add_row(const std::vector<std::pair<QString, QString>>& cells);

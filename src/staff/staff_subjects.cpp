@@ -59,6 +59,64 @@ std::uint64_t list_key(std::string_view post) {
     return k;
 }
 
+// personeel_lys: post number key to record, open addressing over a power-of-two table. The
+// walk looks a teacher up for nearly every cell, and a general hash map's division and chains
+// were most of its time. A key is never 0 (its length is part of it), so 0 marks a free slot.
+class PostIndex {
+  public:
+    // The record of a key; -1 when absent.
+    int find(std::uint64_t key) const {
+        if (slots_.empty()) {
+            return -1;
+        }
+        for (std::size_t i = slot_of(key);; i = (i + 1) & mask()) {
+            if (slots_[i].key == key) {
+                return slots_[i].record;
+            }
+            if (slots_[i].key == 0) {
+                return -1;
+            }
+        }
+    }
+    // Adds a key unless present: the first record keeps it.
+    void add(std::uint64_t key, int record) {
+        if ((used_ + 1) * 2 > slots_.size()) {
+            grow();
+        }
+        std::size_t i = slot_of(key);
+        while (slots_[i].key != 0) {
+            if (slots_[i].key == key) {
+                return;
+            }
+            i = (i + 1) & mask();
+        }
+        slots_[i] = {key, record};
+        ++used_;
+    }
+
+  private:
+    struct Slot {
+        std::uint64_t key = 0;
+        int record = 0;
+    };
+    std::size_t mask() const { return slots_.size() - 1; }
+    std::size_t slot_of(std::uint64_t key) const {
+        return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ULL) >> 32) & mask();
+    }
+    void grow() {
+        std::vector<Slot> old = std::move(slots_);
+        slots_.assign(std::max<std::size_t>(64, old.size() * 2), Slot{});
+        used_ = 0;
+        for (const Slot& s : old) {
+            if (s.key != 0) {
+                add(s.key, s.record);
+            }
+        }
+    }
+    std::vector<Slot> slots_;
+    std::size_t used_ = 0;
+};
+
 // Equal short texts, compared in place (the cells are a few characters each).
 bool same(std::string_view a, std::string_view b) {
     if (a.size() != b.size()) {
@@ -99,28 +157,27 @@ class SubjectRecords {
         });
         existing_ = count;
         changed_.assign(static_cast<std::size_t>(count), false);
+        full_.assign(static_cast<std::size_t>(count), false);
         for (int i = 0; i < count; ++i) {
             const std::string_view post = trimmed(record(i) + kPost.offset, kPost.width);
             if (!post.empty()) {
-                personeel_lys_.emplace(list_key(post), i);  // the first record keeps the key
+                personeel_lys_.add(list_key(post), i);
             }
         }
     }
 
     // The record of a post number in personeel_lys; -1 when the file has none.
-    int find(std::string_view post) const {
-        const auto it = personeel_lys_.find(list_key(post));
-        return it == personeel_lys_.end() ? -1 : it->second;
-    }
+    int find(std::string_view post) const { return personeel_lys_.find(list_key(post)); }
 
     // A record for a post number the file does not know: every other field blank or 0.
     int append(std::string_view post) {
         std::string r(blank_record());
         put(r.data() + kPost.offset, kPost.width, post);
         const int index = records();
-        personeel_lys_.emplace(list_key(post), index);
+        personeel_lys_.add(list_key(post), index);
         bytes_.append(r);
         changed_.push_back(true);
+        full_.push_back(false);
         ++added_;
         return index;
     }
@@ -129,6 +186,9 @@ class SubjectRecords {
     // with nothing to do; otherwise the code and grade go to the first blank slot, and a full
     // list loses the code. True when the code was stored.
     bool add_code(int index, std::string_view code, std::string_view grade) {
+        if (full_[static_cast<std::size_t>(index)]) {
+            return false;  // nothing empties a slot during the walk, so a full list stays full
+        }
         char* r = record(index);
         int first_blank = 0;
         for (int slot = 1; slot <= kLastSlot; ++slot) {
@@ -142,6 +202,7 @@ class SubjectRecords {
             }
         }
         if (first_blank == 0) {
+            full_[static_cast<std::size_t>(index)] = true;
             return false;
         }
         put(r + kTaught.element_offset(first_blank), kTaught.width, code);
@@ -172,7 +233,8 @@ class SubjectRecords {
 
     std::string bytes_;
     std::vector<bool> changed_;
-    std::unordered_map<std::uint64_t, int> personeel_lys_;
+    std::vector<bool> full_;
+    PostIndex personeel_lys_;
     int existing_ = 0;
     int added_ = 0;
 };
@@ -189,9 +251,10 @@ std::string stored_code(int number) {
 // A call made before does nothing again (the code is in the list, or the list was full and
 // stays full), and that is what the walk saves on: learners of one class share its row, and
 // learners with the same choices and teachers have rows with the same bytes, so each row
-// content is walked once; each column of the rows remembers the subject and the teachers it
-// last resolved; and each pair of post and subject is tried once. Each learner is reported to
-// on_learner (learner, learners) as the walk reaches it. Returns the number of codes stored.
+// content is walked once; a column's subject and a teacher field's record are resolved
+// once per distinct bytes; and each pair of post and subject is tried once. Each learner is
+// reported to on_learner (learner, learners) as the walk reaches it. Returns the number of codes
+// stored.
 int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& records,
                const std::function<void(int, int)>& on_learner) {
     std::vector<std::string> codes;  // pi3_lys: the stored code of each subject with a number
@@ -205,14 +268,26 @@ int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& rec
     const std::string_view grade_text(grade_bytes.constData(),
                                       static_cast<std::size_t>(grade_bytes.size()));
 
+    // Each column remembers the field it last resolved to a subject; each teacher field, by its
+    // bytes, the record it names (kNoPost where it names none). A field's bytes read as one
+    // number when it is at most eight wide, which is how the tables come; wider ones are read
+    // as text each time.
     struct Column {
-        std::string_view subject;
+        std::string_view field;
         int code = -1;
-        std::array<std::string_view, 4> teachers{};
-        std::array<int, 4> record{};
-        int next = 0;
+        bool seen = false;
     };
+    constexpr int kNoPost = -2;
     std::vector<Column> columns(kSubjectCells);
+    PostIndex teacher_fields;
+    const auto record_of = [&records](std::string_view teacher) {
+        if (!is_post_number(teacher)) {
+            return kNoPost;
+        }
+        const int record = records.find(teacher);
+        return record >= 0 ? record : records.append(teacher);
+    };
+
     std::vector<bool> walked(static_cast<std::size_t>(g.class_rows()) + 1, false);
     std::unordered_set<std::string_view> row_contents;
     std::vector<std::uint8_t> tried;  // by record and code
@@ -225,39 +300,49 @@ int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& rec
             continue;
         }
         walked[static_cast<std::size_t>(row)] = true;
-        if (!row_contents.insert(g.row_bytes(row)).second) {
-            continue;  // a row like one walked before
+        const std::string_view bytes = g.row_bytes(row);
+        if (g.row_deleted(row) || !row_contents.insert(bytes).second) {
+            continue;  // a deleted row's cells are blank; a row like one walked before
         }
         for (int c = 0; c < kSubjectCells; ++c) {
-            const SubjectCell cell = g.cell(row, c);
-            if (cell.subject.empty() || !is_post_number(cell.teacher)) {
-                continue;
+            const GradeSubjects::CellPlace& place = g.place(c);
+            if (place.subject_offset < 0 || place.teacher_offset < 0) {
+                continue;  // a cell the table lacks reads blank
             }
             Column& col = columns[static_cast<std::size_t>(c)];
-            if (col.subject.empty() || !same(col.subject, cell.subject)) {
-                const auto it = pi3_lys.find(cell.subject);
-                col.subject = cell.subject;
-                col.code = it == pi3_lys.end() ? -1 : it->second;
+            const std::string_view subject_field =
+                bytes.substr(static_cast<std::size_t>(place.subject_offset),
+                             static_cast<std::size_t>(place.subject_width));
+            if (!col.seen || !same(col.field, subject_field)) {
+                const std::string_view subject = cell_text(subject_field);
+                const auto it = pi3_lys.find(subject);
+                col.field = subject_field;
+                col.seen = true;
+                col.code = subject.empty() || it == pi3_lys.end() ? -1 : it->second;
             }
             if (col.code < 0) {
-                continue;  // not a subject of the grade
+                continue;  // blank, or not a subject of the grade
             }
-            int record = -1;
-            for (std::size_t k = 0; k < col.teachers.size(); ++k) {
-                if (same(col.teachers[k], cell.teacher)) {
-                    record = col.record[k];
-                    break;
+            const std::string_view teacher_field =
+                bytes.substr(static_cast<std::size_t>(place.teacher_offset),
+                             static_cast<std::size_t>(place.teacher_width));
+            int record;
+            if (teacher_field.size() <= sizeof(std::uint64_t)) {
+                std::uint64_t key = 0;
+                std::memcpy(&key, teacher_field.data(), teacher_field.size());
+                if (key == 0) {
+                    continue;  // nothing but NULs
                 }
+                record = teacher_fields.find(key);
+                if (record == -1) {
+                    record = record_of(cell_text(teacher_field));
+                    teacher_fields.add(key, record);
+                }
+            } else {
+                record = record_of(cell_text(teacher_field));
             }
-            if (record < 0) {
-                record = records.find(cell.teacher);
-                if (record < 0) {
-                    record = records.append(cell.teacher);
-                }
-                const auto k = static_cast<std::size_t>(col.next);
-                col.teachers[k] = cell.teacher;
-                col.record[k] = record;
-                col.next = (col.next + 1) % static_cast<int>(col.teachers.size());
+            if (record == kNoPost) {
+                continue;
             }
             const std::size_t key = static_cast<std::size_t>(record) * codes.size() +
                                     static_cast<std::size_t>(col.code);

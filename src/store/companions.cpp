@@ -278,6 +278,11 @@ Stamp stamp_of(Store& store, const QString& path) {
 
 }  // namespace
 
+Compaction Store::lock_folder(const QString& folder, std::unique_ptr<platform::HeldLock>* held,
+                              QString* why) {
+    return take_folder_lock(*this, folder, held, why);
+}
+
 void Store::rebuild_subject_file() {
     if (!is_open(Code::PRSVAK) && !open_file(Code::PRSVAK)) {
         return;

@@ -193,6 +193,10 @@ class Store {
     // 5 (replaced) are reported to compaction_step_done.
     Compaction rewrite_file(Code code, const std::function<bool(const Record&)>& keep,
                             QString* why = nullptr);
+    // The lock that keeps other compactions and rewrites out of a folder, held while *held
+    // lives: Done when taken; Skipped when another process holds it (*why says who).
+    Compaction lock_folder(const QString& folder, std::unique_ptr<platform::HeldLock>* held,
+                           QString* why = nullptr);
 
   protected:
     // What the close-all path reopens: the school file and the program-wide settings.

@@ -291,3 +291,25 @@ TEST(DataCheck, RepairDoesWhatTheProgramDoesAndNothingElse) {
         EXPECT_TRUE(read(repaired.staff(name)).startsWith(program)) << name;
     }
 }
+
+// While another workstation compacts, the ".new" files are its live work: the repair leaves the
+// tree as it is and says why.
+TEST(DataCheck, RepairWaitsWhileTheStaffFilesAreCompacted) {
+    Tree t;
+    make_demo(t);
+    write(t.staff("prs_nme_random.new"), "half");
+    korvel::ui::ScriptedDialogs dialogs;
+    auto other = korvel::shell::Session::on_drive(
+        dialogs, korvel::platform::DriveMap::explicit_map({{"C:", t.root()}}), "C:", t.year);
+    std::unique_ptr<korvel::platform::HeldLock> compacting;
+    ASSERT_EQ(other->lock_folder(other->folders.staff, &compacting),
+              korvel::store::Compaction::Done);
+
+    const CliRun r = check(t, {"--repair"});
+    EXPECT_EQ(r.code, 2);
+    EXPECT_TRUE(r.err.contains("being compacted")) << r.err.toStdString();
+    EXPECT_EQ(read(t.staff("prs_nme_random.new")), "half");
+    EXPECT_TRUE(QDir(t.root() + "/VESPARINE/STAFF")
+                    .entryList({"P" + t.year + " (*"}, QDir::Dirs)
+                    .isEmpty());
+}
