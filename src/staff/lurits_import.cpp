@@ -139,7 +139,11 @@ int import_lurits_staff(shell::Session& s) {
     const QString file = s.dialogs().choose_file(
         s.tr("GIDSADRES VIR LURITSSpreadsheet??? LêER",
              "FOLDER ADDRESS OF LURITSSpreadsheet??? FILE"),
-        s.fs().native(start), QStringLiteral("LURITS (*.xls)|*.xls|LURITS (*.xlsx)|*.xlsx"), false);
+        s.fs().native(start),
+        // Either kind of workbook shows at once; each mask is there on its own as well.
+        QStringLiteral("LURITS (*.xls;*.xlsx)|*.xls;*.xlsx|LURITS (*.xls)|*.xls|"
+                       "LURITS (*.xlsx)|*.xlsx"),
+        false);
     if (file.isEmpty()) {
         return 0;
     }
