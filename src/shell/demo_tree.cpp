@@ -1096,7 +1096,7 @@ struct LuritsPerson {
     const char* title;
     bool male;
     const char* population;
-    int age;  // on 1 January of the tree's year
+    int age;  // the tree's year less the year of birth
     int birth_month, birth_day;
     bool birth_as_text;
     const char* language;
@@ -1137,9 +1137,17 @@ void write_demo_lurits_workbook(Session& s, int base_year, QStringList& files) {
     lxw_worksheet* ws = workbook_add_worksheet(wb, "Educators");
     lxw_format* date = workbook_add_format(wb);
     format_set_num_format(date, "yyyy/mm/dd");
+    // Rows and columns from 1, as the import counts them.
     const auto text = [ws](int row, int column, const QString& t) {
         worksheet_write_string(ws, static_cast<lxw_row_t>(row - 1),
                                static_cast<lxw_col_t>(column - 1), t.toUtf8().constData(), nullptr);
+    };
+    const auto number = [ws](int row, int column, double value, lxw_format* format = nullptr) {
+        worksheet_write_number(ws, static_cast<lxw_row_t>(row - 1),
+                               static_cast<lxw_col_t>(column - 1), value, format);
+    };
+    const auto day_serial = [](const QDate& d) {
+        return static_cast<double>(QDate(1899, 12, 30).daysTo(d));
     };
     text(1, 1, QStringLiteral("LURITS: EDUCATOR AND STAFF DETAILS"));
     text(3, 1, QStringLiteral("Institution: ") + u8(kSchoolName));
@@ -1163,7 +1171,7 @@ void write_demo_lurits_workbook(Session& s, int base_year, QStringList& files) {
         }
         const QDate birth(base_year - p.age, p.birth_month, p.birth_day);
         const QString id = id_number(birth, p.male, rng);
-        worksheet_write_number(ws, static_cast<lxw_row_t>(r - 1), 0, id.toDouble(), nullptr);
+        number(r, 1, id.toDouble());
         text(r, 2, QString::number(50000000 + rng.below(40000000)));
         text(r, 3, u8(p.surname));
         text(r, 4, u8(p.names).toUpper());
@@ -1174,18 +1182,12 @@ void write_demo_lurits_workbook(Session& s, int base_year, QStringList& files) {
         if (p.birth_as_text) {
             text(r, 9, birth.toString(QStringLiteral("yyyy/MM/dd")));
         } else {
-            worksheet_write_number(ws, static_cast<lxw_row_t>(r - 1), 8,
-                                   static_cast<double>(QDate(1899, 12, 30).daysTo(birth)), date);
+            number(r, 9, day_serial(birth), date);
         }
         text(r, 10, u8(p.language));
-        worksheet_write_number(
-            ws, static_cast<lxw_row_t>(r - 1), 10,
-            static_cast<double>(
-                QDate(1899, 12, 30).daysTo(QDate(base_year - p.years_at_school, 1, 15))),
-            date);
+        number(r, 11, day_serial(QDate(base_year - p.years_at_school, 1, 15)), date);
         text(r, 12, u8(p.appointment));
-        worksheet_write_number(ws, static_cast<lxw_row_t>(r - 1), 16, p.years_in_education,
-                               nullptr);
+        number(r, 17, p.years_in_education);
         text(r, 18, u8(p.paid_by));
     }
     if (workbook_close(wb) == LXW_NO_ERROR) {
