@@ -185,6 +185,7 @@ MenuForm::MenuForm(shell::Session& session, shell::Startup& startup,
         {backup_, {"drive-harddisk", QStyle::SP_DriveHDIcon}},
         {help_pdf_, {"help-contents", QStyle::SP_MessageBoxQuestion}},
         {data_check_, {"dialog-ok-apply", QStyle::SP_DialogApplyButton}},
+        {lurits_import_, {"x-office-spreadsheet", QStyle::SP_FileDialogDetailedView}},
     };
     for (const auto& [b, icon] : icons) {
         b->setIcon(

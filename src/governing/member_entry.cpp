@@ -423,11 +423,8 @@ void MemberEntry::data_ok_click() {
         data_teks_colour[static_cast<std::size_t>(label)] = kLabelRed;
         complete = false;
     };
-    if (blank(prs_data[1]) && blank(prs_data[2]) && blank(prs_data[3])) {
-        fail(member_label_of_box(1));
-        fail(member_label_of_box(2));
-        fail(member_label_of_box(3));
-    }
+    // Labels by their own numbers: 8 and 10 stand over the ID number and the birth date, 11
+    // over the marital status. A member needs one of the first two.
     const bool no_date = blank(prs_data[7]) || prs_data[7] == placeholder();
     if (blank(prs_data[5]) && no_date) {
         fail(8);

@@ -8,6 +8,8 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
+#include "reports/print_menu_form.h"
+
 namespace korvel::governing {
 
 namespace {
@@ -99,11 +101,13 @@ MemberRegisterForm::MemberRegisterForm(shell::Session& session, QWidget* parent)
     new_record_ = new QPushButton(this);
     create_ = new QPushButton(this);
     search_ = new QPushButton(this);
+    print_ = new QPushButton(this);
     data_ok_ = new QPushButton(QStringLiteral("OK"), this);
     staff_exit_ = new QPushButton(QStringLiteral("EXIT"), this);
     new_record_->setObjectName(QStringLiteral("task_options_1"));
     create_->setObjectName(QStringLiteral("task_options_2"));
     search_->setObjectName(QStringLiteral("task_options_4"));
+    print_->setObjectName(QStringLiteral("task_options_5"));
     data_ok_->setObjectName(QStringLiteral("data_ok"));
     staff_exit_->setObjectName(QStringLiteral("staff_exit"));
     const auto task = [this](QPushButton* b, int index) {
@@ -115,6 +119,7 @@ MemberRegisterForm::MemberRegisterForm(shell::Session& session, QWidget* parent)
     task(new_record_, 1);
     task(create_, 2);
     task(search_, 4);
+    task(print_, 5);
     connect(data_ok_, &QPushButton::clicked, this, [this] {
         register_.data_ok_click();
         refresh();
@@ -122,7 +127,7 @@ MemberRegisterForm::MemberRegisterForm(shell::Session& session, QWidget* parent)
     connect(staff_exit_, &QPushButton::clicked, this, &QWidget::close);
 
     auto* buttons = new QHBoxLayout;
-    for (QPushButton* b : {new_record_, create_, search_, data_ok_}) {
+    for (QPushButton* b : {new_record_, create_, search_, print_, data_ok_}) {
         buttons->addWidget(b);
     }
     buttons->addStretch();
@@ -131,6 +136,8 @@ MemberRegisterForm::MemberRegisterForm(shell::Session& session, QWidget* parent)
     layout->addWidget(sgb_grid_, 2);
     layout->addWidget(prs_grid_, 1);
     layout->addLayout(buttons);
+    // The print programs are the staff side's, as from the staff register.
+    register_.show_print_chooser = [this] { reports::show_print_menu(s_, this); };
     register_.form_load();
     refresh();
 }
@@ -143,9 +150,11 @@ void MemberRegisterForm::refresh() {
     new_record_->setText(af ? QStringLiteral("NUWE LID") : QStringLiteral("NEW MEMBER"));
     create_->setText(af ? QStringLiteral("SKEP VAN PERSONEEL") : QStringLiteral("FROM STAFF"));
     search_->setText(af ? QStringLiteral("SOEK") : QStringLiteral("SEARCH"));
+    print_->setText(af ? QStringLiteral("DRUK") : QStringLiteral("PRINT"));
     new_record_->setToolTip(tips.task_options_new);
     create_->setToolTip(tips.task_options_create);
     search_->setToolTip(tips.task_options_search);
+    print_->setToolTip(tips.task_options_print);
     new_record_->setEnabled(register_.new_record_enabled);
     create_->setEnabled(register_.new_record_enabled);
     show_grid(sgb_grid_, register_.sgb_grid, kMemberColumns);

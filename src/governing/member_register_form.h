@@ -31,6 +31,7 @@ class MemberRegisterForm : public QWidget {
     QPushButton* new_record_;
     QPushButton* create_;
     QPushButton* search_;
+    QPushButton* print_;
     QPushButton* data_ok_;
     QPushButton* staff_exit_;
     bool closing_ = false;

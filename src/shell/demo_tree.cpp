@@ -14,8 +14,12 @@
 
 #include "store/default_reasons.h"
 
+#include <xlsxwriter.h>
+
 #include <QDate>
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QMap>
 
 #include <algorithm>
@@ -1080,6 +1084,117 @@ constexpr const char* kSubjectCodes =
     "8050,10,\"Verbruikerstudies\",\"Consumer Studies\"\r\n"
     "9010,R,\"Kinders se wêreld\",\"Children?s world\"\r\n";
 
+// ---- the LURITS staff workbook -------------------------------------------------------------
+
+// New appointees as the department's LURITS export lists them, for the menu's import: sixteen
+// rows of headings, then one person a row from row 17, with a blank row between two people as
+// such exports have. Identity numbers stand in number cells, birth dates as date cells or as
+// text, as either comes from the department.
+struct LuritsPerson {
+    const char* surname;
+    const char* names;
+    const char* title;
+    bool male;
+    const char* population;
+    int age;  // the tree's year less the year of birth
+    int birth_month, birth_day;
+    bool birth_as_text;
+    const char* language;
+    int years_at_school;
+    const char* appointment;
+    int years_in_education;
+    const char* paid_by;
+};
+constexpr LuritsPerson kLuritsPeople[] = {
+    {"OCTOBER", "Charlene Anne", "MRS", false, "Coloured", 41, 3, 12, false, "Afrikaans", 6,
+     "Permanent", 17, "State"},
+    {"MABUZA", "Sipho Daniel", "MR", true, "Black African", 35, 7, 2, false, "Xhosa", 3,
+     "Temporary", 8, "State"},
+    {nullptr},  // a blank row: the next person keeps the number of his own row
+    {"GELDENHUYS", "Hendrik Louw", "MR", true, "White", 57, 11, 30, true, "Afrikaans", 30,
+     "Permanent", 33, "State"},
+    {"NAIDOO", "Anusha", "MS", false, "Asian/Indian", 32, 5, 18, true, "English", 1, "Temporary", 4,
+     "SGB"},
+    {"SAULS", "Faried", "MR", true, "Coloured", 46, 9, 5, false, "Afrikaans", 15, "Non educator",
+     20, "SGB"},
+};
+
+void write_demo_lurits_workbook(Session& s, int base_year, QStringList& files) {
+    // Where the import's file dialog opens: the VESPARINE folder of drive C:, which on the demo
+    // is both the program drive's and the data tree's.
+    const QString file = winpath::join(s.folders.admin.section(u'\\', 0, -2),
+                                       QStringLiteral("lurits_personeel.xlsx"));
+    const QString native = s.fs().native(file);
+    QFile::remove(native);
+    // A fixed creation time, so that the workbook is the same to the byte on every run.
+    lxw_doc_properties properties{};
+    properties.created = QDateTime(QDate(base_year, 1, 2), QTime(8, 0), Qt::UTC).toSecsSinceEpoch();
+    lxw_workbook* wb = workbook_new(native.toUtf8().constData());
+    if (wb == nullptr) {
+        return;
+    }
+    workbook_set_properties(wb, &properties);
+    lxw_worksheet* ws = workbook_add_worksheet(wb, "Educators");
+    lxw_format* date = workbook_add_format(wb);
+    format_set_num_format(date, "yyyy/mm/dd");
+    // Rows and columns from 1, as the import counts them.
+    const auto text = [ws](int row, int column, const QString& t) {
+        worksheet_write_string(ws, static_cast<lxw_row_t>(row - 1),
+                               static_cast<lxw_col_t>(column - 1), t.toUtf8().constData(), nullptr);
+    };
+    const auto number = [ws](int row, int column, double value, lxw_format* format = nullptr) {
+        worksheet_write_number(ws, static_cast<lxw_row_t>(row - 1),
+                               static_cast<lxw_col_t>(column - 1), value, format);
+    };
+    const auto day_serial = [](const QDate& d) {
+        return static_cast<double>(QDate(1899, 12, 30).daysTo(d));
+    };
+    text(1, 1, QStringLiteral("LURITS: EDUCATOR AND STAFF DETAILS"));
+    text(3, 1, QStringLiteral("Institution: ") + u8(kSchoolName));
+    text(4, 1, QStringLiteral("Province: Western Cape"));
+    text(5, 1, QStringLiteral("Academic year: ") + QString::number(base_year));
+    const char* const kHeadings[] = {
+        "ID Number",          "Persal Number", "Surname",        "First Names",
+        "Initials",           "Title",         "Gender",         "Population Group",
+        "Date of Birth",      "Home Language", "Date at School", "Appointment Type",
+        "Post Level",         "Phase",         "Qualification",  "REQV",
+        "Years in Education", "Paid By"};
+    for (int c = 0; c < static_cast<int>(std::size(kHeadings)); ++c) {
+        text(16, c + 1, QString::fromLatin1(kHeadings[c]));
+    }
+    Rng rng(0x4C555249u);
+    int row = 17;
+    for (const LuritsPerson& p : kLuritsPeople) {
+        const int r = row++;
+        if (p.surname == nullptr) {
+            continue;
+        }
+        const QDate birth(base_year - p.age, p.birth_month, p.birth_day);
+        const QString id = id_number(birth, p.male, rng);
+        number(r, 1, id.toDouble());
+        text(r, 2, QString::number(50000000 + rng.below(40000000)));
+        text(r, 3, u8(p.surname));
+        text(r, 4, u8(p.names).toUpper());
+        text(r, 5, initials(u8(p.names).toUpper()).remove(u' '));
+        text(r, 6, u8(p.title));
+        text(r, 7, p.male ? QStringLiteral("Male") : QStringLiteral("Female"));
+        text(r, 8, u8(p.population));
+        if (p.birth_as_text) {
+            text(r, 9, birth.toString(QStringLiteral("yyyy/MM/dd")));
+        } else {
+            number(r, 9, day_serial(birth), date);
+        }
+        text(r, 10, u8(p.language));
+        number(r, 11, day_serial(QDate(base_year - p.years_at_school, 1, 15)), date);
+        text(r, 12, u8(p.appointment));
+        number(r, 17, p.years_in_education);
+        text(r, 18, u8(p.paid_by));
+    }
+    if (workbook_close(wb) == LXW_NO_ERROR) {
+        files << native;
+    }
+}
+
 QByteArray network_file(const store::Folders& folders) {
     QByteArray bytes;
     for (const QString& line : network_lines(folders)) {
@@ -1114,6 +1229,7 @@ DemoSummary write_demo_tree(const QString& native_root, int year, ui::Dialogs& d
         writer.run();
         if (current) {
             write_demo_roster(*session, summary.files);
+            write_demo_lurits_workbook(*session, year, summary.files);
             summary.staff = writer.staff;
             summary.inactive = writer.inactive;
             summary.deleted = writer.deleted;

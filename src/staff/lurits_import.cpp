@@ -59,10 +59,14 @@ std::optional<int> lurits_population(const QString& word) {
 
 std::optional<std::vector<Record>> convert_lurits_sheet(shell::Session& s,
                                                         const reports::WorkbookReader& sheet,
-                                                        const QString& file) {
+                                                        const QString& file,
+                                                        ui::Progress* progress) {
     std::vector<Record> out;
     Record& r = s.working(Code::PRSALG);
     for (int row = kLuritsFirstRow; row <= kLuritsLastRow; ++row) {
+        if (progress != nullptr) {
+            progress->step(row - kLuritsFirstRow + 1);
+        }
         const auto cell = [&sheet, row](int column) { return sheet.cell(row, column); };
         if (cell(3).as_text().trimmed().isEmpty()) {
             continue;
@@ -135,7 +139,11 @@ int import_lurits_staff(shell::Session& s) {
     const QString file = s.dialogs().choose_file(
         s.tr("GIDSADRES VIR LURITSSpreadsheet??? LêER",
              "FOLDER ADDRESS OF LURITSSpreadsheet??? FILE"),
-        s.fs().native(start), QStringLiteral("LURITS (*.xls)|*.xls|LURITS (*.xlsx)|*.xlsx"), false);
+        s.fs().native(start),
+        // Either kind of workbook shows at once; each mask is there on its own as well.
+        QStringLiteral("LURITS (*.xls;*.xlsx)|*.xls;*.xlsx|LURITS (*.xls)|*.xls|"
+                       "LURITS (*.xlsx)|*.xlsx"),
+        false);
     if (file.isEmpty()) {
         return 0;
     }
@@ -155,12 +163,20 @@ int import_lurits_staff(shell::Session& s) {
     if (!s.is_open(Code::PRSALG) && !s.open_file(Code::PRSALG)) {
         return 0;
     }
-    const std::optional<std::vector<Record>> records = convert_lurits_sheet(s, *sheet, file);
+    // One bar over both halves: the rows read, then the records written. Nothing is written
+    // until every row has been read, and what is being written is not broken off: no cancel.
+    std::unique_ptr<ui::Progress> bar =
+        s.dialogs().progress(s.tr("LURITS personeelbesonderhede word ingevoer ...",
+                                  "Importing LURITS staff information ..."),
+                             2 * kLuritsRows, false);
+    const std::optional<std::vector<Record>> records =
+        convert_lurits_sheet(s, *sheet, file, bar.get());
     sheet->close();
     if (!records) {
         return 0;
     }
     const Record last = s.working(Code::PRSALG);
+    const auto total = static_cast<qint64>(records->size());
     int added = 0;
     for (const Record& r : *records) {
         s.working(Code::PRSALG) = r;
@@ -168,8 +184,10 @@ int import_lurits_staff(shell::Session& s) {
             break;
         }
         ++added;
+        bar->step(kLuritsRows + static_cast<int>(added * kLuritsRows / total));
     }
     s.working(Code::PRSALG) = last;
+    bar.reset();  // the bar goes before the message comes
     s.dialogs().message(
         QFileInfo(file).fileName() + s.tr(" INVOER VOLTOOI ....", " IMPORT COMPLETED ...."),
         ui::Icon::Information);

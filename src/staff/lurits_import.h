@@ -22,11 +22,15 @@ inline constexpr int kLuritsLastRow = 500;
 // The population code of a word of column 8; nullopt for a word it does not know.
 std::optional<int> lurits_population(const QString& word);
 
+inline constexpr int kLuritsRows = kLuritsLastRow - kLuritsFirstRow + 1;
+
 // The records the sheet gives, each the record in memory after its row; nullopt (after the
 // message) when a value cannot be stored. The working record ends as the last row left it.
+// progress, if given, is told each row done (1 to kLuritsRows).
 std::optional<std::vector<store::Record>> convert_lurits_sheet(shell::Session& session,
                                                                const reports::WorkbookReader& sheet,
-                                                               const QString& file);
+                                                               const QString& file,
+                                                               ui::Progress* progress = nullptr);
 
 // The menu's command: the question, the file, the conversion, the records appended and the
 // message that it is done. The number of records added; 0 when nothing was.

@@ -78,6 +78,12 @@ TEST(Desktop, MenuOnTheDemoTreeInBothLanguages) {
     EXPECT_TRUE(entry1->isEnabled());
     EXPECT_FALSE(entry2->isEnabled());  // the salary form is not there yet
     EXPECT_EQ(shell_window.windowTitle(), QString::fromUtf8("KORVEL - HOëRSKOOL DUINEVELD"));
+    // The LURITS import is an icon like the other tool buttons, its tooltip in the language.
+    auto* lurits = shell_window.findChild<QPushButton*>("lurits_import");
+    ASSERT_NE(lurits, nullptr);
+    EXPECT_TRUE(lurits->text().isEmpty());
+    EXPECT_FALSE(lurits->icon().isNull());
+    EXPECT_EQ(lurits->toolTip(), " Import LURITS staff information (Excel workbook) ");
     QApplication::processEvents();
     shell_window.grab().save(d.tmp.path() + "/../korvel-menu.png");
 
@@ -88,6 +94,7 @@ TEST(Desktop, MenuOnTheDemoTreeInBothLanguages) {
     EXPECT_TRUE(d.session.afrikaans);
     EXPECT_EQ(entry1->text(), "PERSONEELLEDE");
     EXPECT_EQ(entry1->toolTip().left(18), " Peosoneellede (On");
+    EXPECT_EQ(lurits->toolTip(), " Voer LURITS personeelbesonderhede in (Excel-werkboek) ");
 }
 
 TEST(Desktop, TheSplashIsAnsweredWithTheKeyboardAndItsTimerKeepsTheLastLanguage) {

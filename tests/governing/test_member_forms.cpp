@@ -19,6 +19,7 @@
 #include "staff/demo_forms_fixture.h"
 #include "store/record_layouts.h"
 #include "ui/qt_dialogs.h"
+#include "ui/scripted_dialogs.h"
 
 using namespace korvel;
 
@@ -28,6 +29,8 @@ class MemberFormTest : public korvel::testing::DemoForms<ui::QtDialogs> {
   protected:
     MemberFormTest() { governing::register_member_entry_form(dialogs); }
 };
+
+class MemberPrintTest : public korvel::testing::DemoForms<ui::ScriptedDialogs> {};
 
 template <typename T>
 T* child(QWidget* form, const char* name) {
@@ -99,4 +102,18 @@ TEST_F(MemberFormTest, AddingAMemberWritesItsRecord) {
     form.close();
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_TRUE(file.readAll().contains("BOTHA"));
+}
+
+TEST_F(MemberPrintTest, ThePrintButtonOpensThePrintMenuButNotInBrowseMode) {
+    governing::MemberRegisterForm form(session);
+    auto* print = form.findChild<QPushButton*>("task_options_5");
+    ASSERT_NE(print, nullptr);
+    EXPECT_EQ(print->toolTip(), " PRINT : Show Print programs ");
+    session.browse_mode = true;
+    print->click();
+    EXPECT_EQ(dialogs.texts(), QStringList({"NOT AVAILABLE IN BROWSE PROGRAM ..."}));
+    EXPECT_TRUE(dialogs.forms_shown().isEmpty());
+    session.browse_mode = false;
+    print->click();
+    EXPECT_EQ(dialogs.forms_shown(), QStringList({"staff_kies_druk"}));
 }

@@ -151,13 +151,28 @@ TEST(MemberEntry, StopsAtTheFirstMissingChoiceThenAtRedLabels) {
         EXPECT_EQ(t.dialogs.last_text(), kStops[i]);
         e.choice_click(static_cast<MemberChoice>(i), 1);
     }
-    t.dialogs.clear();
-    e.data_ok_click();
-    EXPECT_EQ(t.dialogs.last_text(), "COMPULSARY FIELDS IMCOMPLETE - SEE RED TEXT...");
-    for (const int label : {8, 10, 11}) {
-        EXPECT_EQ(e.data_teks_colour[static_cast<std::size_t>(label)], staff::kColourRed);
+    // The red labels go by label number: 8 and 10 (ID number, birth date) when both boxes are
+    // blank, 11 (marital status) when box 8 is; the labels of the names (4 to 6) never.
+    const struct {
+        const char* id;
+        std::vector<int> red;
+    } kCases[] = {
+        {"", {8, 10, 11}},
+        {"8001015009087", {11}},
+    };
+    for (const auto& c : kCases) {
+        e.data_teks_colour.fill(0);
+        e.prs_data[5] = QString::fromLatin1(c.id);
+        t.dialogs.clear();
+        e.data_ok_click();
+        EXPECT_EQ(t.dialogs.last_text(), "COMPULSARY FIELDS IMCOMPLETE - SEE RED TEXT...");
+        for (int label = 0; label < kMemberLabels; ++label) {
+            const bool red = std::find(c.red.begin(), c.red.end(), label) != c.red.end();
+            EXPECT_EQ(e.data_teks_colour[static_cast<std::size_t>(label)] == staff::kColourRed, red)
+                << "ID '" << c.id << "', label " << label;
+        }
+        EXPECT_FALSE(e.closed);
     }
-    EXPECT_FALSE(e.closed);
 }
 
 TEST(MemberEntry, SavesGenderAsMOrFInAfrikaansAndKeepsReservedBytes) {
