@@ -208,6 +208,9 @@ void AttendanceReports::dr_ok_click(int index) {
             print_register();
             break;
         case kLeaveTotals:
+            if (!leave_range_ok()) {
+                break;
+            }
             if (show_leave_totals) {
                 show_leave_totals(*this);
             } else {
@@ -461,8 +464,28 @@ QString AttendanceReports::leave_totals_title() const {
            shell::date_to_text(jr_data[2]);
 }
 
+bool AttendanceReports::leave_range_ok() {
+    if (verlof_hele_jaar) {
+        return true;
+    }
+    // Totals over no days would print as zeros and read as a year without leave.
+    if (jr_data[2] < jr_data[1]) {
+        s_.dialogs().message(s_.tr("Die TOT DATUM is voor die VANAF DATUM ...",
+                                   "The TO DATE is before the FROM DATE ..."),
+                             ui::Icon::Exclamation);
+        return false;
+    }
+    if (jr_data[1].year() != year() || jr_data[2].year() != year()) {
+        s_.dialogs().message(s_.tr("Kies datums in ", "Please select dates in ") +
+                                 QString::number(year()) + QStringLiteral(" ..."),
+                             ui::Icon::Exclamation);
+        return false;
+    }
+    return true;
+}
+
 bool AttendanceReports::print_leave_totals() {
-    if (s_.count(Code::PRSALG) < 1) {
+    if (s_.count(Code::PRSALG) < 1 || !leave_range_ok()) {
         return false;
     }
     const QString title = leave_totals_title();

@@ -117,6 +117,8 @@ class AttendanceReports : public ui::ChildForm {
     bool print_reason_list();
     bool print_register();
     bool print_leave_totals();
+    // The date boxes of the leave totals hold a range of the ledger year; a message when not.
+    bool leave_range_ok();
 
     // ---- what they print ----
     DayGrid day_grid(const DayRange& days);
