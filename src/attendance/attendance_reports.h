@@ -132,6 +132,7 @@ class AttendanceReports : public ui::ChildForm {
 
   private:
     bool start(const QString& name);
+    void load_book(AttendanceBook& book);
     int year() const;
     void use_date_boxes();
 
