@@ -2,7 +2,7 @@
 // weekend erasures back row by row) and saving it, against the floor of reading the attendance
 // file once and writing it once, measured in the same run. The attendance reports over the same
 // file: the reason list and the leave totals over the whole year and the monthly summary's grid,
-// against the floor of reading the file once.
+// against the floor of reading the file once, and of reading it beside the staff file.
 
 #include <benchmark/benchmark.h>
 
@@ -120,6 +120,31 @@ void BM_FloorReadOnce(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_FloorReadOnce)->Unit(benchmark::kMillisecond);
+
+// What every attendance report must read: the staff file (4,103 bytes a person, four times the
+// attendance file) beside the attendance file, each once.
+void BM_FloorReadStaffAndAttendanceOnce(benchmark::State& state) {
+    Tree& t = tree();
+    const QString alg = QFileInfo(t.afw_path).dir().filePath("prs_alg_random.txt");
+    for (auto _ : state) {
+        for (const QString& path : {alg, t.afw_path}) {
+            QFile f(path);
+            f.open(QIODevice::ReadOnly);
+            benchmark::DoNotOptimize(f.readAll().size());
+        }
+    }
+}
+BENCHMARK(BM_FloorReadStaffAndAttendanceOnce)->Unit(benchmark::kMillisecond);
+
+// The staff of the reports: the staff file read once, in post number order.
+void BM_SelectedStaff(benchmark::State& state) {
+    Tree& t = tree();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(
+            attendance::selected_staff(*t.session, reports::AdminChoice::Included).size());
+    }
+}
+BENCHMARK(BM_SelectedStaff)->Unit(benchmark::kMillisecond);
 
 // The file read once as the reports read it: every record into memory.
 void BM_BookLoad(benchmark::State& state) {

@@ -22,24 +22,6 @@ QString reason_text(int number) {
     return QString::number(number).rightJustified(2, u' ').left(2);
 }
 
-char stored_mark(const store::Record& attendance, int day) {
-    return attendance.data()[kMarks.element_offset(day)];
-}
-
-int stored_reason(const store::Record& attendance, int day) {
-    // Leading blanks, then digits; what follows the digits ends the number.
-    const char* p = attendance.data() + kReasons.element_offset(day);
-    const char* end = p + kReasons.width;
-    while (p < end && *p == ' ') {
-        ++p;
-    }
-    int value = 0;
-    for (; p < end && *p >= '0' && *p <= '9'; ++p) {
-        value = value * 10 + (*p - '0');
-    }
-    return value;
-}
-
 MonthLimits month_limits(int month, int year) {
     MonthLimits m;
     const QDate first(year, month, 1);

@@ -43,8 +43,24 @@ QString reason_text(int number);
 // The mark of a day of an attendance record as stored, its first byte ('.' for none), and the
 // number of its reason (0 for ".." and for anything that reads as no number: " 3" and "3 " are
 // both 3). Read from the bytes, so a year of days costs no text conversion.
-char stored_mark(const store::Record& attendance, int day);
-int stored_reason(const store::Record& attendance, int day);
+// Inline: the reports call them for every day of every record.
+inline char stored_mark(const store::Record& attendance, int day) {
+    return attendance.data()[store::PRSAFW["PF_DAG"].element_offset(day)];
+}
+inline int stored_reason(const store::Record& attendance, int day) {
+    // Leading blanks, then digits; what follows the digits ends the number.
+    constexpr const store::Field& reasons = store::PRSAFW["PF_REDE"];
+    const char* p = attendance.data() + reasons.element_offset(day);
+    const char* end = p + reasons.width;
+    while (p < end && *p == ' ') {
+        ++p;
+    }
+    int value = 0;
+    for (; p < end && *p >= '0' && *p <= '9'; ++p) {
+        value = value * 10 + (*p - '0');
+    }
+    return value;
+}
 
 // Day-of-year limits of a month of a year.
 struct MonthLimits {

@@ -155,7 +155,7 @@ AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool edu
         buttons->addWidget(b);
     }
     // The print button opens the attendance reports.
-    auto* druk = new QPushButton(QStringLiteral("DRUK / PRINT"), this);
+    auto* druk = new QPushButton(session.tr("DRUK", "PRINT"), this);
     druk->setObjectName(QStringLiteral("druk"));
     register_.open_reports = [this, &session] { show_attendance_reports(session, this); };
     connect(druk, &QPushButton::clicked, this, [this] { register_.task_options_click(5); });

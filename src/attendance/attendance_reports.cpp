@@ -1,6 +1,7 @@
 // sk423_prg
 #include "attendance/attendance_reports.h"
 
+#include <QHash>
 #include <algorithm>
 
 #include "attendance/leave_totals.h"
@@ -52,11 +53,20 @@ std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice cho
         m.admin = admin;
         staff.push_back(m);
     });
-    // Right aligned in the field, numbers sort in order as strings.
-    std::stable_sort(staff.begin(), staff.end(), [](const StaffMember& a, const StaffMember& b) {
-        return a.post.rightJustified(kPostWidth) < b.post.rightJustified(kPostWidth);
-    });
-    return staff;
+    // Right aligned in the field, numbers sort in order as strings; the keys made once.
+    std::vector<std::pair<QString, size_t>> keys;
+    keys.reserve(staff.size());
+    for (size_t i = 0; i < staff.size(); ++i) {
+        keys.emplace_back(staff[i].post.rightJustified(kPostWidth), i);
+    }
+    std::stable_sort(keys.begin(), keys.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<StaffMember> sorted;
+    sorted.reserve(staff.size());
+    for (const auto& key : keys) {
+        sorted.push_back(std::move(staff[key.second]));
+    }
+    return sorted;
 }
 
 DayRange day_range(const QDate& from, const QDate& to, int year) {
@@ -96,6 +106,7 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
         g.afw_grid.set_text(1, col, weekday_letter(date, afrikaans));
         weekend[size_t(day - first)] = g.afw_grid.text(1, col) == QStringLiteral("S");
     }
+    QHash<quint32, std::pair<QString, QString>> cells;  // shown text and bare reason
     for (int row = kDayGridFirstRow; row < rows; ++row) {
         const StaffMember& m = staff[size_t(row - kDayGridFirstRow)];
         g.staff.push_back(m.record);
@@ -114,17 +125,29 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
         const store::Record& r = book.record(number);
         for (int day = first; day <= last; ++day) {
             const int col = g.day_col(day);
-            QString mark = r.text(kMarks, day);
-            if (mark == QStringLiteral(".") || mark.trimmed().isEmpty()) {
-                mark.clear();
+            // A cell's texts follow from its three bytes alone, so each distinct day is made
+            // once: a month of a thousand people holds few, and the cells share the texts.
+            const auto* mark_byte =
+                reinterpret_cast<const uchar*>(r.data() + kMarks.element_offset(day));
+            const auto* reason_bytes =
+                reinterpret_cast<const uchar*>(r.data() + kReasons.element_offset(day));
+            const quint32 key = quint32(*mark_byte) << 16 | quint32(reason_bytes[0]) << 8 |
+                                quint32(reason_bytes[1]);
+            auto made = cells.constFind(key);
+            if (made == cells.constEnd()) {
+                QString mark = r.text(kMarks, day);
+                if (mark == QStringLiteral(".") || mark.trimmed().isEmpty()) {
+                    mark.clear();
+                }
+                QString reason = r.text(kReasons, day);
+                if (reason == QStringLiteral("..")) {
+                    reason = QStringLiteral("  ");
+                }
+                QString shown = mark + QString(reason).remove(u'.');
+                made = cells.insert(key, {std::move(shown), std::move(reason)});
             }
-            QString reason = r.text(kReasons, day);
-            if (reason == QStringLiteral("..")) {
-                reason = QStringLiteral("  ");
-            }
-            g.rde_grid.set_text(row, col, reason);
-            reason.remove(u'.');
-            g.afw_grid.set_text(row, col, mark + reason);
+            g.afw_grid.set_text(row, col, made->first);
+            g.rde_grid.set_text(row, col, made->second);
         }
     }
     return g;
@@ -208,6 +231,9 @@ void AttendanceReports::dr_ok_click(int index) {
             print_register();
             break;
         case kLeaveTotals:
+            if (!leave_range_ok()) {
+                break;
+            }
             if (show_leave_totals) {
                 show_leave_totals(*this);
             } else {
@@ -229,10 +255,17 @@ bool AttendanceReports::start(const QString& name) {
            reports::ask_print_target(job_, *host_, s_.fs().native(s_.folders.workstation));
 }
 
-DayGrid AttendanceReports::day_grid(const DayRange& days) {
-    s_.open_staff_file(QStringLiteral("PRSAFW"));
-    AttendanceBook book(s_);
+void AttendanceReports::load_book(AttendanceBook& book) {
+    // Opened once for the form: opening it again for every report resolves its path again.
+    if (!s_.is_open(Code::PRSAFW)) {
+        s_.open_staff_file(QStringLiteral("PRSAFW"));
+    }
     book.load();
+}
+
+DayGrid AttendanceReports::day_grid(const DayRange& days) {
+    AttendanceBook book(s_);
+    load_book(book);
     return build_day_grid(selected_staff(s_, kies_administratief), book, year(), days.first,
                           days.last, s_.afrikaans);
 }
@@ -266,14 +299,14 @@ PrintGrid AttendanceReports::summary_grid(const DayGrid& days,
     for (int r = kDayGridFirstRow; r < g.rows(); ++r) {
         int total = 0;
         for (int c = 3; c < g.cols(); ++c) {
-            const QString cell = g.text(r, c).trimmed();
+            const QStringView cell = QStringView(g.at(r, c).text).trimmed();
             if (cell.isEmpty() || !kCountedLetters.contains(cell.at(0))) {
                 continue;
             }
             ++total;
             if (cell.size() > 1) {
                 // A reason counts at its place in kode_lys; one past the list is ignored.
-                const int reason = shell::number_value(cell.mid(1));
+                const int reason = shell::number_value(cell.mid(1).toString());
                 if (reason >= 1 && reason <= int(reason_counts->size())) {
                     ++(*reason_counts)[size_t(reason - 1)];
                 }
@@ -335,9 +368,8 @@ bool AttendanceReports::print_monthly_summary() {
 }
 
 PrintGrid AttendanceReports::reason_list_grid(const DayRange& days) {
-    s_.open_staff_file(QStringLiteral("PRSAFW"));
     AttendanceBook book(s_);
-    book.load();
+    load_book(book);
     const int reasons = int(kode_lys.items.size());
     const std::vector<StaffMember> staff = selected_staff(s_, kies_administratief);
     PrintGrid grid(1 + int(staff.size()), 3 + reasons + 1);
@@ -359,8 +391,9 @@ PrintGrid AttendanceReports::reason_list_grid(const DayRange& days) {
         // Only the reason's number counts here: the letter plays no part, and a stored
         // weekend counts like any other day.
         if (const int number = book.find(m.post); number != 0) {
+            const store::Record& r = book.record(number);
             for (int day = days.first; day <= days.last; ++day) {
-                const int reason = stored_reason(book.record(number), day);
+                const int reason = stored_reason(r, day);
                 if (reason >= 1 && reason <= reasons) {
                     ++counts[size_t(reason - 1)];
                 }
@@ -445,10 +478,11 @@ bool AttendanceReports::print_register() {
 LeaveTotals AttendanceReports::leave_totals() {
     const DayRange days = verlof_hele_jaar ? DayRange{1, month_limits(12, year()).last}
                                            : day_range(jr_data[1], jr_data[2], year());
-    s_.open_staff_file(QStringLiteral("PRSAFW"));
-    s_.open_staff_file(QStringLiteral("PRSSBI"));
+    if (!s_.is_open(Code::PRSSBI)) {
+        s_.open_staff_file(QStringLiteral("PRSSBI"));
+    }
     AttendanceBook book(s_);
-    book.load();
+    load_book(book);
     return count_leave(s_, selected_staff(s_, kies_administratief), book, days);
 }
 
@@ -461,8 +495,28 @@ QString AttendanceReports::leave_totals_title() const {
            shell::date_to_text(jr_data[2]);
 }
 
+bool AttendanceReports::leave_range_ok() {
+    if (verlof_hele_jaar) {
+        return true;
+    }
+    // Totals over no days would print as zeros and read as a year without leave.
+    if (jr_data[2] < jr_data[1]) {
+        s_.dialogs().message(s_.tr("Die TOT DATUM is voor die VANAF DATUM ...",
+                                   "The TO DATE is before the FROM DATE ..."),
+                             ui::Icon::Exclamation);
+        return false;
+    }
+    if (jr_data[1].year() != year() || jr_data[2].year() != year()) {
+        s_.dialogs().message(s_.tr("Kies datums in ", "Please select dates in ") +
+                                 QString::number(year()) + QStringLiteral(" ..."),
+                             ui::Icon::Exclamation);
+        return false;
+    }
+    return true;
+}
+
 bool AttendanceReports::print_leave_totals() {
-    if (s_.count(Code::PRSALG) < 1) {
+    if (s_.count(Code::PRSALG) < 1 || !leave_range_ok()) {
         return false;
     }
     const QString title = leave_totals_title();

@@ -117,6 +117,8 @@ class AttendanceReports : public ui::ChildForm {
     bool print_reason_list();
     bool print_register();
     bool print_leave_totals();
+    // The date boxes of the leave totals hold a range of the ledger year; a message when not.
+    bool leave_range_ok();
 
     // ---- what they print ----
     DayGrid day_grid(const DayRange& days);
@@ -130,6 +132,7 @@ class AttendanceReports : public ui::ChildForm {
 
   private:
     bool start(const QString& name);
+    void load_book(AttendanceBook& book);
     int year() const;
     void use_date_boxes();
 

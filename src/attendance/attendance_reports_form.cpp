@@ -8,6 +8,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "attendance/mark_sheet_form.h"
 #include "reports/print_menu.h"
 #include "reports/print_target_host.h"
 #include "shell/helpers.h"
@@ -131,7 +132,7 @@ LeaveTotalsForm::LeaveTotalsForm(AttendanceReports& reports, QWidget* parent)
     layout->addWidget(days_);
     connect(grid_, &QTableWidget::cellClicked, this, [this](int row, int) { show_days(row); });
     auto* buttons = new QHBoxLayout;
-    auto* print = new QPushButton(QStringLiteral("DRUK / PRINT"), this);
+    auto* print = new QPushButton(reports.session().tr("DRUK", "PRINT"), this);
     connect(print, &QPushButton::clicked, this, [&reports] { reports.print_leave_totals(); });
     auto* exit = new QPushButton(QStringLiteral("X"), this);
     connect(exit, &QPushButton::clicked, this, &QDialog::accept);
@@ -181,6 +182,7 @@ void register_attendance_reports_form(ui::QtDialogs& dialogs) {
         AttendanceReports reports(request.session, request.job, request.host);
         run_form(reports, p);
     });
+    register_mark_sheet_forms(dialogs);
 }
 
 }  // namespace korvel::attendance

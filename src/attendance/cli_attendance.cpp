@@ -3,7 +3,9 @@
 #include <optional>
 
 #include "attendance/attendance_reports.h"
+#include "attendance/mark_sheet.h"
 #include "reports/cli_print.h"
+#include "reports/letterhead.h"
 #include "shell/helpers.h"
 #include "shell/session.h"
 
@@ -16,19 +18,25 @@ const char* const kAttendancePrintUsage =
     "      --from-date DATE --to-date DATE  the period, YYYY.MM.DD (leave totals: the whole\n"
     "                                   year without them)\n"
     "      --admin only|included|excluded   administrative staff (default: included)\n"
-    "      --lang af|en --drive X:=DIR  as for the staff lists\n";
+    "      --lang af|en --drive X:=DIR  as for the staff lists\n"
+    "  print mark-sheet [--from-date DATE --to-date DATE] [--from POST] [--to POST]\n"
+    "        [--male] [--female] [--letterhead ID] (--pdf FILE | --xlsx FILE)\n"
+    "      a statement a person of the range; without --male or --female both\n";
 
 namespace {
 
 const QStringList kReports = {QStringLiteral("monthly-summary"), QStringLiteral("reason-list"),
-                              QStringLiteral("attendance-register"),
-                              QStringLiteral("leave-totals")};
+                              QStringLiteral("attendance-register"), QStringLiteral("leave-totals"),
+                              QStringLiteral("mark-sheet")};
+constexpr int kMarkSheet = 5;
 
 struct Options {
     int button = 0;
     int month = 0;
     QDate from_date, to_date;
     std::optional<AdminChoice> admin;
+    QString from_post, to_post, letterhead;
+    bool male = false, female = false;
     reports::CliOutputOptions output;
 };
 
@@ -38,7 +46,10 @@ std::optional<Options> parse(const QStringList& args, QString* why) {
     for (qsizetype i = 2; i < args.size() && why->isEmpty(); i += 2) {
         const QString name = args.at(i);
         const QString value = args.value(i + 1);
-        if (i + 1 >= args.size()) {
+        if (o.button == kMarkSheet && (name == u"--male" || name == u"--female")) {
+            (name == u"--male" ? o.male : o.female) = true;
+            --i;  // a switch without a value
+        } else if (i + 1 >= args.size()) {
             *why = QStringLiteral("no value for ") + name;
         } else if (name == u"--month") {
             o.month = value.toInt();
@@ -54,6 +65,9 @@ std::optional<Options> parse(const QStringList& args, QString* why) {
             if (at < 0)
                 *why = QStringLiteral("--admin is only, included or excluded, not ") + value;
             o.admin = AdminChoice(at);
+        } else if (o.button == kMarkSheet &&
+                   (name == u"--from" || name == u"--to" || name == u"--letterhead")) {
+            (name == u"--from" ? o.from_post : name == u"--to" ? o.to_post : o.letterhead) = value;
         } else if (!o.output.read(name, value, why)) {
             *why = QStringLiteral("unknown option ") + name;
         }
@@ -67,10 +81,51 @@ std::optional<Options> parse(const QStringList& args, QString* why) {
     return o;
 }
 
+int run_mark_sheet(const Options& o, reports::CliPrintRun& cli, QTextStream& out,
+                   QTextStream& err) {
+    shell::Session& s = cli.session();
+    const QString letterhead = o.letterhead.trimmed().toUpper();
+    if (!letterhead.isEmpty() &&
+        !reports::fill_letterhead_list(s.fs().native(s.folders.general_year))
+             .contains(letterhead)) {
+        err << "korvel-cli: no letterhead layout " << o.letterhead << "\n";
+        return 1;
+    }
+    s.letterhead = letterhead;
+    MarkSheet form(s, cli.job());
+    form.choose_target = [&cli](reports::PrintJob& j) { return cli.choose_target(j); };
+    form.form_load();
+    for (const auto& [post, end] : {std::pair{o.from_post, reports::StaffRange::From},
+                                    std::pair{o.to_post, reports::StaffRange::To}}) {
+        if (post.isEmpty())
+            continue;
+        const int row = form.range.find_post(post);
+        if (row < 0 ||
+            form.range.rows()[size_t(row)].post.compare(post.trimmed(), Qt::CaseInsensitive) != 0) {
+            err << "korvel-cli: no active staff member has the post number " << post << "\n";
+            return 1;
+        }
+        form.range.set_marker(end);
+        form.prs_grid_click(row);
+    }
+    form.opsies.form_load();
+    if (o.from_date.isValid())
+        form.opsies.ps_data[kFromDateBox] = shell::date_to_text(o.from_date);
+    if (o.to_date.isValid())
+        form.opsies.ps_data[kToDateBox] = shell::date_to_text(o.to_date);
+    if (o.male || o.female) {
+        form.opsies.manlik = o.male;
+        form.opsies.vroulik = o.female;
+    }
+    return cli.finish(form.print_mark_sheets(), out, err);
+}
+
 int run(const Options& o, QTextStream& out, QTextStream& err) {
     reports::CliPrintRun cli;
     if (const int code = cli.open(o.output, err); code != 0)
         return code;
+    if (o.button == kMarkSheet)
+        return run_mark_sheet(o, cli, out, err);
     AttendanceReports form(cli.session(), cli.job());
     form.choose_target = [&cli](reports::PrintJob& j) { return cli.choose_target(j); };
     form.form_load();

@@ -52,6 +52,13 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
     const int year = ledger_year_number(session);
     const std::vector<bool> school = school_days(session, year, range);
     const QDate jan1(year, 1, 1);
+    // The letters by byte: a text search per day of every person costs more than the count.
+    std::array<bool, 256> is_leave{};
+    std::array<QString, 256> letter_text;  // shared by the days listed
+    for (QChar c : kLeaveLetters) {
+        is_leave[uchar(c.toLatin1())] = true;
+        letter_text[uchar(c.toLatin1())] = QString(c);
+    }
     for (const StaffMember& m : staff) {
         LeavePerson p;
         p.post = m.post;
@@ -61,12 +68,11 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
             const store::Record& r = book.record(number);
             for (int day = range.first; day <= range.last; ++day) {
                 const char letter = stored_mark(r, day);
-                if (!school[size_t(day)] || letter == 0 ||
-                    !kLeaveLetters.contains(QLatin1Char(letter))) {
+                if (!school[size_t(day)] || !is_leave[uchar(letter)]) {
                     continue;
                 }
                 const int col = column_of.value(stored_reason(r, day), -1);
-                LeaveDay d{jan1.addDays(day - 1), QString(QLatin1Char(letter)), QString()};
+                LeaveDay d{jan1.addDays(day - 1), letter_text[uchar(letter)], QString()};
                 if (col < 0) {
                     ++p.no_reason;
                 } else {

@@ -101,7 +101,7 @@ void register_staff_lists(PrintMenu& menu, shell::Session& session, PrintJob& jo
 
 void register_attendance_reports(PrintMenu& menu, shell::Session& session, PrintJob& job,
                                  PrintTargetHost* host) {
-    for (int i : {6, 7, 8}) {
+    for (int i : {6, 7, 8, 11}) {
         menu.set_opener(i, [&session, &job, host, &menu](int option) {
             ReportFormRequest request(menu.pr_option[size_t(option)].form, session, job, host,
                                       option);

@@ -75,7 +75,7 @@ struct ReportFormRequest : ui::ChildForm {
     int option;
 };
 
-// Buttons 6 to 8 ask for the attendance reports.
+// Buttons 6 to 8 and 11 ask for the attendance reports and the mark sheet.
 void register_attendance_reports(PrintMenu& menu, shell::Session& session, PrintJob& job,
                                  PrintTargetHost* host);
 

@@ -256,4 +256,23 @@ TEST_F(Reports, LeaveTotalsCountSchoolDaysOnlyAndAddUp) {
     EXPECT_EQ(form->leave_totals().total, 1);
 }
 
+TEST_F(Reports, LeaveTotalsOverAReversedRangeOrAnotherYearPrintNothing) {
+    auto form = open_form();
+    form->verlof_hele_jaar = false;
+    const struct {
+        QDate from, to;
+        const char* message;
+    } cases[] = {
+        {QDate(2026, 5, 1), QDate(2026, 4, 1), "Die TOT DATUM is voor die VANAF DATUM ..."},
+        {QDate(2026, 12, 1), QDate(2027, 1, 31), "Kies datums in 2026 ..."},
+    };
+    for (const auto& c : cases) {
+        form->jr_data[1] = c.from;
+        form->jr_data[2] = c.to;
+        EXPECT_FALSE(form->print_leave_totals());
+        EXPECT_EQ(tree.dialogs.last_text(), c.message);
+    }
+    EXPECT_EQ(targets_asked, 0);
+}
+
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QStandardPaths>
 
 #include "attendance/attendance_reports_form.h"
+#include "attendance/cli_attendance.h"
 #include "reports/painter_device.h"
 #include "reports/recording_device.h"
 #include "staff/demo_forms_fixture.h"
@@ -58,4 +59,30 @@ TEST_F(ReportsOnDemo, LeaveTotalsInAfrikaansReadBackFromThePdf) {
     EXPECT_TRUE(text.contains("VERLOFTOTALE : " + session.ledger_year)) << text.toStdString();
     EXPECT_TRUE(text.contains("PERSONEELLID"));
     EXPECT_TRUE(text.contains("TOTAAL"));
+}
+
+TEST_F(ReportsOnDemo, MarkSheetsFromTheCommandLineReadBackFromThePdf) {
+    const QString pdftotext = QStandardPaths::findExecutable(QStringLiteral("pdftotext"));
+    if (pdftotext.isEmpty())
+        GTEST_SKIP() << "pdftotext missing";
+    const QString path = tmp.filePath("punte.pdf");
+    const QString year = session.ledger_year;
+    QString out_text, err_text;
+    QTextStream out(&out_text), err(&err_text);
+    const int code = attendance::print_attendance_report(
+        {"print", "mark-sheet", "--drive", "C:=" + tmp.path(), "--from-date", year + ".01.01",
+         "--to-date", year + ".12.31", "--female", "--pdf", path},
+        out, err);
+    ASSERT_EQ(code, 0) << err_text.toStdString();
+    QProcess p;
+    p.start(pdftotext, {QStringLiteral("-layout"), path, QStringLiteral("-")});
+    ASSERT_TRUE(p.waitForFinished(60000));
+    const QString text = QString::fromUtf8(p.readAllStandardOutput());
+    // Each statement in its person's language, signed by the principal.
+    const QString period = " : " + year + ".01.01 - " + year + ".12.31";
+    EXPECT_TRUE(text.contains("SKOOLBYWONINGSTAAT" + period) ||
+                text.contains("ATTENDANCE SHEET" + period))
+        << text.toStdString();
+    EXPECT_TRUE(text.contains("MNR J P DU TOIT (HOOF)") ||
+                text.contains("MNR J P DU TOIT (PRINCIPAL)"));
 }
