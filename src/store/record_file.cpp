@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <memory>
 
 #ifdef Q_OS_WIN
 #include <io.h>
@@ -15,7 +16,7 @@ namespace korvel::store {
 
 namespace {
 constexpr qint64 kBlockBytes = 256 * 1024;  // small enough to stay in the cache while it is read
-}
+}  // namespace
 
 qint64 records_in_file(qint64 file_size, int record_length) {
     if (file_size <= 0 || record_length <= 0) {
@@ -107,8 +108,14 @@ bool RecordFile::scan(int first, int last, const std::function<bool(int, const c
     if (first < 1) {
         first = 1;
     }
-    const int per_block = static_cast<int>(std::max<qint64>(1, kBlockBytes / record_length_));
-    std::vector<char> block(static_cast<std::size_t>(per_block) * record_length_);
+    if (last < first) {
+        return true;
+    }
+    const int per_block = static_cast<int>(
+        std::min<qint64>(last - first + 1, std::max<qint64>(1, kBlockBytes / record_length_)));
+    // Not cleared: every byte a visit sees is read or set to NUL first.
+    const std::unique_ptr<char[]> block(
+        new char[static_cast<std::size_t>(per_block) * record_length_]);
     for (int start = first; start <= last; start += per_block) {
         const int n = std::min(per_block, last - start + 1);
         const qint64 want = static_cast<qint64>(n) * record_length_;
@@ -117,7 +124,7 @@ bool RecordFile::scan(int first, int last, const std::function<bool(int, const c
         }
         qint64 have = 0;
         while (have < want) {
-            const qint64 got = file_.read(block.data() + have, want - have);
+            const qint64 got = file_.read(block.get() + have, want - have);
             if (got < 0) {
                 return false;
             }
@@ -127,9 +134,9 @@ bool RecordFile::scan(int first, int last, const std::function<bool(int, const c
             have += got;
         }
         // Past the end of the file records read as NUL.
-        std::memset(block.data() + have, 0, static_cast<std::size_t>(want - have));
+        std::memset(block.get() + have, 0, static_cast<std::size_t>(want - have));
         for (int i = 0; i < n; ++i) {
-            if (!visit(start + i, block.data() + static_cast<std::size_t>(i) * record_length_)) {
+            if (!visit(start + i, block.get() + static_cast<std::size_t>(i) * record_length_)) {
                 return true;
             }
         }
