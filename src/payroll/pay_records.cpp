@@ -1,10 +1,12 @@
 #include "payroll/pay_records.h"
 
+#include <QFile>
 #include <cstring>
 
 #include "platform/codepage.h"
 #include "shell/helpers.h"
 #include "shell/session.h"
+#include "store/record_file.h"
 
 namespace korvel::payroll {
 
@@ -78,38 +80,49 @@ PayMonth pay_month(const store::Record& r, int record) {
 
 namespace {
 
-// A post number as the book keys it: trimmed of blanks and NULs, ASCII letters upper case.
-std::string post_key(const char* p, int width) {
+// A post number as the book keys it: trimmed of blanks and NULs, ASCII letters upper case, its
+// bytes packed into one number (a post number is five characters, so they always fit).
+std::uint64_t post_key(const char* p, int width) {
     int begin = 0, end = width;
     while (begin < end && (p[begin] == ' ' || p[begin] == '\0'))
         ++begin;
     while (end > begin && (p[end - 1] == ' ' || p[end - 1] == '\0'))
         --end;
-    std::string key(p + begin, size_t(end - begin));
-    for (char& c : key)
+    if (end - begin > 8)
+        end = begin + 8;
+    std::uint64_t key = 0;
+    for (int i = begin; i < end; ++i) {
+        char c = p[i];
         if (c >= 'a' && c <= 'z')
             c = char(c - 'a' + 'A');
+        key = key << 8 | std::uint8_t(c);
+    }
     return key;
 }
 
 }  // namespace
 
-void PayBook::add(const char* bytes, int record) {
+PayBook::PayBook(QByteArray records) : records_(std::move(records)) {
     static const Field& kPost = PRSLNE["PL_POS_NR"];
     static const Field& kMonth = PRSLNE["PL_MAAND"];
-    std::int16_t month = 0;
-    std::memcpy(&month, bytes + kMonth.offset, sizeof month);
-    if (month < 1 || month > 12)
-        return;
-    std::string key = post_key(bytes + kPost.offset, kPost.width);
-    if (key.empty())
-        return;
-    int& slot = index_[std::move(key)][size_t(month)];
-    if (slot != 0)
-        return;  // the first record of a person and month holds
-    kept_.append(bytes, size_t(PRSLNE.record_length));
-    numbers_.push_back(record);
-    slot = int(numbers_.size());
+    const qsizetype length = PRSLNE.record_length;
+    const qsizetype whole = (records_.size() + length - 1) / length * length;
+    if (whole != records_.size())
+        records_.append(QByteArray(whole - records_.size(), '\0'));
+    const char* bytes = records_.constData();
+    const int count = int(records_.size() / length);
+    for (int n = 0; n < count; ++n, bytes += length) {
+        std::int16_t month = 0;
+        std::memcpy(&month, bytes + kMonth.offset, sizeof month);
+        if (month < 1 || month > 12)
+            continue;
+        const std::uint64_t key = post_key(bytes + kPost.offset, kPost.width);
+        if (key == 0)
+            continue;
+        int& slot = index_[key][size_t(month)];
+        if (slot == 0)
+            slot = n + 1;  // the first record of a person and month holds
+    }
 }
 
 std::optional<PayMonth> PayBook::find(const QString& post, int month) const {
@@ -119,19 +132,24 @@ std::optional<PayMonth> PayBook::find(const QString& post, int month) const {
     const auto it = index_.find(post_key(text.constData(), int(text.size())));
     if (it == index_.end() || it->second[size_t(month)] == 0)
         return std::nullopt;
-    const size_t at = size_t(it->second[size_t(month)] - 1);
+    const int number = it->second[size_t(month)];
     store::Record r(PRSLNE);
-    r.assign(kept_.data() + at * size_t(PRSLNE.record_length));
-    return pay_month(r, numbers_[at]);
+    r.assign(records_.constData() + qsizetype(number - 1) * PRSLNE.record_length);
+    return pay_month(r, number);
 }
 
 PayBook read_pay_book(shell::Session& s) {
-    PayBook book;
     if (!s.is_open(Code::PRSLNE))
         s.open_staff_file(QStringLiteral("PRSLNE"));
-    s.scan_records(Code::PRSLNE,
-                   [&](int number, store::Record& r) { book.add(r.data(), number); });
-    return book;
+    const store::RecordFile* file = s.file(Code::PRSLNE);
+    const int count = s.count(Code::PRSLNE);
+    if (file == nullptr || count < 1)
+        return PayBook();
+    // The whole file in one read: the records the count covers, no more.
+    QFile f(file->native_path());
+    if (!f.open(QIODevice::ReadOnly))
+        return PayBook();
+    return PayBook(f.read(qint64(count) * PRSLNE.record_length));
 }
 
 }  // namespace korvel::payroll

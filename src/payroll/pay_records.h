@@ -3,11 +3,11 @@
 // prs_lne_random.txt, gathered in one pass so that every report takes the same record of a
 // person and month (the first in the file) without reading the file again for each person.
 
-#include <QHash>
+#include <QByteArray>
 #include <QString>
 #include <array>
+#include <cstdint>
 #include <optional>
-#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -56,20 +56,20 @@ struct PayMonth {
 PayMonth pay_month(const store::Record& r, int record);
 
 // Every PRSLNE record of a month 1 to 12 with a post number, the first of each person and
-// month; read once. Only the key is read while gathering; a month's amounts and texts are taken
-// from its record's bytes when it is asked for.
+// month; read once. The file's bytes are kept as read and only the keys are looked at while
+// gathering; a month's amounts and texts are taken from its record's bytes when asked for.
 class PayBook {
   public:
-    // A record's bytes, kept when it is the first of its person and month.
-    void add(const char* bytes, int record);
+    // The records of the file one after the other, record 1 first; a short last record
+    // reads as if padded with NULs.
+    explicit PayBook(QByteArray records = {});
     // nullopt when the person has no record for the month.
     std::optional<PayMonth> find(const QString& post, int month) const;
 
   private:
-    // post (trimmed, upper case) -> slot + 1 per month
-    std::unordered_map<std::string, std::array<int, 13>> index_;
-    std::string kept_;  // the kept records' bytes, one after the other
-    std::vector<int> numbers_;
+    // post (trimmed, upper case, as up to eight bytes) -> record number per month; 0: none
+    std::unordered_map<std::uint64_t, std::array<int, 13>> index_;
+    QByteArray records_;
 };
 
 // Reads the file from record 1 through the session (opening PRSLNE if it is closed).

@@ -77,6 +77,7 @@ void PaySlips::form_load() {
     or_teks[2] = s_.tr("TOT MAAND", "TO MONTH");
     or_teks[3] = s_.tr("DRUKDATUM", "PRINT DATE");
     to_month_caption = s_.tr("JANUARIE TOT MAAND", "JANUARY TO MONTH");
+    kr_ok_caption = s_.tr("Begin met drukwerk", "Start printing");
     maand_lys.clear();
     for (int m = 1; m <= 12; ++m)
         maand_lys << shell::month_name(m, s_.afrikaans);

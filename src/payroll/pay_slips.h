@@ -67,6 +67,7 @@ class PaySlips : public ui::ChildForm {
     // The summary: from January to the month ("TOT MAAND"), or the month alone.
     bool to_month = false;
     QString to_month_caption;
+    QString kr_ok_caption;
     bool closed = false;
 
     std::function<bool(reports::PrintJob&)> choose_target;

@@ -1,22 +1,11 @@
 #include "payroll/payroll_cli.h"
 
-#include <QFileInfo>
-#include <QGuiApplication>
-#include <memory>
 #include <optional>
 
 #include "payroll/pay_slips.h"
-#include "platform/drive_map.h"
-#include "platform/executable.h"
-#include "platform/process_end.h"
+#include "reports/cli_print.h"
 #include "reports/letterhead.h"
-#include "reports/painter_device.h"
-#include "reports/recording_device.h"
-#include "reports/school_report.h"
-#include "shell/helpers.h"
 #include "shell/session.h"
-#include "shell/startup.h"
-#include "ui/scripted_dialogs.h"
 
 namespace korvel::payroll {
 
@@ -31,15 +20,6 @@ const char* const kPayrollPrintUsage =
 
 namespace {
 
-class CliDialogs : public ui::UnattendedDialogs {
-  public:
-    void message(const QString& text, ui::Icon icon, const QString& title) override {
-        failed = failed || icon == ui::Icon::Critical;
-        UnattendedDialogs::message(text, icon, title);
-    }
-    bool failed = false;
-};
-
 struct Options {
     QString report;
     int month = 0;
@@ -47,9 +27,7 @@ struct Options {
     bool to_month = false;
     QString letterhead;
     QString date;
-    std::optional<bool> afrikaans;
-    QStringList drives;
-    QString pdf, xlsx;
+    reports::CliOutputOptions output;
 };
 
 std::optional<Options> parse(const QStringList& args, QString* why) {
@@ -83,25 +61,15 @@ std::optional<Options> parse(const QStringList& args, QString* why) {
             if (!QDate::fromString(t, QStringLiteral("yyyy.MM.dd")).isValid())
                 *why = QStringLiteral("--date: not a date: ") + value;
             o.date = t;
-        } else if (name == u"--lang") {
-            if (value != u"af" && value != u"en")
-                *why = QStringLiteral("--lang is af or en, not ") + value;
-            o.afrikaans = value == u"af";
-        } else if (name == u"--drive") {
-            o.drives << value;
-        } else if (name == u"--pdf") {
-            o.pdf = value;
-        } else if (name == u"--xlsx") {
-            o.xlsx = value;
-        } else {
+        } else if (!o.output.read(name, value, why)) {
             *why = QStringLiteral("unknown option ") + name;
         }
         if (!why->isEmpty())
             return std::nullopt;
     }
-    if (o.pdf.isEmpty() == o.xlsx.isEmpty())
+    if (o.output.pdf.isEmpty() == o.output.xlsx.isEmpty())
         *why = QStringLiteral("give one of --pdf FILE and --xlsx FILE");
-    else if (o.report == u"letterhead-frame" && (o.letterhead.isEmpty() || o.pdf.isEmpty()))
+    else if (o.report == u"letterhead-frame" && (o.letterhead.isEmpty() || o.output.pdf.isEmpty()))
         *why = QStringLiteral("letterhead-frame needs --letterhead ID and --pdf FILE");
     else if (o.report != u"letterhead-frame" && o.month == 0)
         *why = QStringLiteral("give the month with --month N");
@@ -111,65 +79,21 @@ std::optional<Options> parse(const QStringList& args, QString* why) {
 }
 
 int run(const Options& o, QTextStream& out, QTextStream& err) {
-    platform::DriveMap drives = platform::DriveMap::from_environment();
-    for (const QString& d : o.drives) {
-        const QStringList bad = drives.read_config(d);
-        if (!bad.isEmpty()) {
-            err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
-            return 2;
-        }
-    }
-    if (!o.pdf.isEmpty() &&
-        qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
-        err << "korvel-cli: PDF output needs the GUI application (fonts)\n";
-        return 1;
-    }
-    CliDialogs dialogs;
-    shell::Session session(dialogs, drives);
-    session.executable_path = platform::executable_windows_path(drives);
-    session.afrikaans = false;
-    shell::Startup startup(session);
-    if (!startup.run_unattended())
-        return 1;
-    if (o.afrikaans)
-        session.afrikaans = *o.afrikaans;
-
-    const QString target = QFileInfo(o.pdf.isEmpty() ? o.xlsx : o.pdf).absoluteFilePath();
-    if (!QFileInfo(QFileInfo(target).absolutePath()).isDir()) {
-        err << "korvel-cli: " << QFileInfo(target).absolutePath() << ": no such folder\n";
-        return 1;
-    }
-    std::unique_ptr<reports::PrintDevice> device;
-    if (!o.pdf.isEmpty())
-        device = std::make_unique<reports::PdfDevice>(target);
-    else
-        device = std::make_unique<reports::RecordingDevice>();
-    reports::PrintJob job(*device, dialogs, reports::report_school(session), session.afrikaans);
+    reports::CliPrintRun cli;
+    if (const int code = cli.open(o.output, err); code != 0)
+        return code;
+    shell::Session& session = cli.session();
+    reports::PrintJob& job = cli.job();
     job.general_year_folder = session.fs().native(session.folders.general_year);
-
-    const bool to_workbook = !o.xlsx.isEmpty();
-    const auto choose = [&](reports::PrintJob& j) {
-        if (to_workbook) {
-            QString name = QFileInfo(target).fileName();
-            if (name.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive))
-                name.chop(5);
-            j.begin_spreadsheet(QFileInfo(target).absolutePath(), name);
-        } else {
-            j.print_setup();
-            j.state.page_pending = true;
-        }
-        return true;
-    };
 
     if (o.report == u"letterhead-frame") {
         for (const reports::LetterheadLayout& l :
              reports::read_letterhead_table(job.general_year_folder)) {
             if (l.name.compare(o.letterhead, Qt::CaseInsensitive) == 0) {
                 job.state.report_name = o.letterhead;
-                choose(job);
+                cli.choose_target(job);
                 reports::print_measuring_frame(job, l.top, l.bottom, l.left, l.right);
-                out << "written: " << target << "\n";
-                return 0;
+                return cli.finish(true, out, err);
             }
         }
         err << "korvel-cli: no letterhead layout " << o.letterhead << "\n";
@@ -202,19 +126,9 @@ int run(const Options& o, QTextStream& out, QTextStream& err) {
     form.to_month = o.to_month;
     if (!o.date.isEmpty())
         form.or_data[3] = o.date;
-    form.choose_target = choose;
+    form.choose_target = [&cli](reports::PrintJob& j) { return cli.choose_target(j); };
     form.kr_ok_click();
-
-    QString written = target;
-    if (to_workbook && !written.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive))
-        written += QStringLiteral(".xlsx");
-    if (dialogs.failed || !QFileInfo(written).isFile()) {
-        err << "korvel-cli: nothing was written to " << written << "\n";
-        return 1;
-    }
-    out << "report: " << job.state.report_name << "\n"
-        << "written: " << written << "\n";
-    return 0;
+    return cli.finish(true, out, err);
 }
 
 }  // namespace
@@ -226,17 +140,8 @@ bool is_payroll_report(const QString& name) {
 int print_payroll_report(const QStringList& args, QTextStream& out, QTextStream& err) {
     QString why;
     const std::optional<Options> options = parse(args, &why);
-    if (!options) {
-        err << "korvel-cli: " << why << "\n"
-            << "usage:\n"
-            << kPayrollPrintUsage;
-        return 2;
-    }
-    try {
-        return run(*options, out, err);
-    } catch (const ProcessEnd& end) {
-        return end.exit_code() == 0 ? 1 : end.exit_code();
-    }
+    return reports::run_print_command(why, kPayrollPrintUsage, err,
+                                      [&] { return run(*options, out, err); });
 }
 
 }  // namespace korvel::payroll

@@ -22,6 +22,8 @@
 #include "reports/print_target.h"
 #include "reports/print_target_host.h"
 #include "reports/school_report.h"
+#include "store/record_layouts.h"
+#include "ui/form_window.h"
 #include "ui/qt_dialogs.h"
 
 namespace korvel::payroll {
@@ -118,10 +120,35 @@ void show_salary_capture(SalaryCapture& f, QWidget* parent) {
     form->addWidget(ok, first + 9, 3);
     layout->addWidget(frame, 1);
 
+    // The boxes take what their fields hold; Enter and Tab go down the earnings, then down
+    // the deductions, then to the confirm button.
+    prs[0]->setObjectName(QStringLiteral("prs_data_0"));
+    ui::limit_box(*prs[0], store::PRSLNE["POS_BSK"].width, true);
+    QList<QWidget*> order{prs[0]};
+    for (int side = 1; side <= 2; ++side) {
+        const auto& boxes = side == 1 ? ink : uit;
+        const auto& texts = side == 1 ? ink_var : uit_var;
+        const QString name = side == 1 ? QStringLiteral("ink") : QStringLiteral("uit");
+        const int text_width =
+            side == 1 ? store::PRSLNE["pl_i_teks"].width : store::PRSLNE["pl_u_teks"].width;
+        for (int i = 1; i <= 6; ++i) {
+            boxes[size_t(i)]->setObjectName(name + QStringLiteral("_data_%1").arg(i));
+            if (i > 3) {
+                texts[size_t(i - 3)]->setObjectName(name +
+                                                    QStringLiteral("_var_teks_%1").arg(i - 3));
+                ui::limit_box(*texts[size_t(i - 3)], text_width, true);
+                order << texts[size_t(i - 3)];
+            }
+            order << boxes[size_t(i)];
+        }
+    }
+    order << ok;
+    ui::tab_in_order(order);
+
     auto* side_buttons = new QVBoxLayout;
     auto* print = new QPushButton(f.print_caption, &dialog);
     print->setObjectName(QStringLiteral("task_options"));
-    auto* exit = new QPushButton(QStringLiteral("EXIT"), &dialog);
+    auto* exit = new QPushButton(QStringLiteral("X"), &dialog);
     exit->setObjectName(QStringLiteral("staff_exit"));
     side_buttons->addWidget(print);
     side_buttons->addStretch();
@@ -215,6 +242,7 @@ void show_chooser(PayrollPrintChooser& f, QWidget* parent) {
         QObject::connect(b, &QPushButton::clicked, &dialog, [&, i] { f.pr_option_click(i); });
     }
     auto* exit = new QPushButton(QStringLiteral("X"), &dialog);
+    exit->setObjectName(QStringLiteral("exit"));
     QObject::connect(exit, &QPushButton::clicked, &dialog, [&] {
         f.exit_click();
         dialog.accept();
@@ -253,9 +281,10 @@ void show_pay_slips(PaySlips& f, QWidget* parent) {
         form->addRow(to_month);
         QObject::connect(to_month, &QCheckBox::toggled, &dialog, [&](bool on) { f.to_month = on; });
     }
-    auto* ok = new QPushButton(QStringLiteral("OK"), choice);
+    auto* ok = new QPushButton(f.kr_ok_caption, choice);
     ok->setObjectName(QStringLiteral("kr_ok"));
-    auto* exit = new QPushButton(QStringLiteral("EXIT"), choice);
+    auto* exit = new QPushButton(QStringLiteral("X"), choice);
+    exit->setObjectName(QStringLiteral("sk421_exit"));
     form->addRow(ok, exit);
     layout->addWidget(choice);
 
@@ -310,8 +339,12 @@ void show_letterhead_chooser(reports::LetterheadChooser& f, QWidget* parent) {
     auto* layout = new QVBoxLayout(&dialog);
     auto* list = new QListWidget(&dialog);
     layout->addWidget(list);
-    auto* ok = new QPushButton(QStringLiteral("OK"), &dialog);
-    auto* change = new QPushButton(QStringLiteral("..."), &dialog);
+    const bool af = f.session().afrikaans;
+    auto* ok =
+        new QPushButton(af ? QStringLiteral("Gaan voort") : QStringLiteral("Continue"), &dialog);
+    ok->setObjectName(QStringLiteral("merk_ok"));
+    auto* change =
+        new QPushButton(af ? QStringLiteral("VERANDER") : QStringLiteral("CHANGE"), &dialog);
     change->setObjectName(QStringLiteral("briefhoof_tabulering"));
     auto* row = new QHBoxLayout;
     row->addWidget(change);
@@ -342,15 +375,25 @@ void show_letterhead_layouts(reports::LetterheadLayouts& f, QWidget* parent) {
     dialog.setWindowTitle(f.heading);
     auto* layout = new QHBoxLayout(&dialog);
     auto* list = new QListWidget(&dialog);
+    list->setObjectName(QStringLiteral("bh_lys"));
     layout->addWidget(list);
     auto* form = new QFormLayout;
+    const bool af = f.session().afrikaans;
+    const auto say = [af](const char* a, const char* e) { return QString::fromUtf8(af ? a : e); };
     std::array<QLineEdit*, 8> data{};
-    const char* const labels[] = {"", "ID", "", "", "TOP mm", "BOTTOM mm", "LEFT mm", "RIGHT mm"};
+    const std::array<QString, 8> labels = {QString(),
+                                           say("IDENTIFIKASIE", "IDENTIFICATION"),
+                                           QString(),
+                                           QString(),
+                                           say("BO (mm)", "TOP (mm)"),
+                                           say("ONDER (mm)", "BOTTOM (mm)"),
+                                           say("LINKS (mm)", "LEFT (mm)"),
+                                           say("REGS (mm)", "RIGHT (mm)")};
     for (int i : {1, 4, 5, 6, 7}) {
         data[size_t(i)] = new QLineEdit(&dialog);
-        form->addRow(QString::fromLatin1(labels[i]), data[size_t(i)]);
+        data[size_t(i)]->setObjectName(QStringLiteral("bh_data_%1").arg(i));
+        form->addRow(labels[size_t(i)], data[size_t(i)]);
     }
-    const bool af = f.session().afrikaans;
     // The measuring page goes through the print target like every report.
     reports::QtPrintTargetHost host(&dialog);
     reports::PrintJob job(host.job_device(), f.session().dialogs(),
@@ -364,7 +407,7 @@ void show_letterhead_layouts(reports::LetterheadLayouts& f, QWidget* parent) {
         };
     }
     auto tick = [&](const char* a, const char* e) {
-        auto* c = new QCheckBox(QString::fromUtf8(af ? a : e), &dialog);
+        auto* c = new QCheckBox(say(a, e), &dialog);
         form->addRow(c);
         return c;
     };
@@ -372,6 +415,7 @@ void show_letterhead_layouts(reports::LetterheadLayouts& f, QWidget* parent) {
     QCheckBox* address = tick("DRUK SKOOLADRES", "PRINT SCHOOL ADDRESS");
     QCheckBox* badge = tick("DRUK SKOOLWAPEN", "PRINT SCHOOL LOGO");
     QCheckBox* frame = tick("DRUK RAAM OM ADRES", "PRINT FRAME AROUND ADDRESS");
+    frame->setObjectName(QStringLiteral("bh_opsie"));
     QCheckBox* picture = tick("GEBRUIK '.JPG' BRIEFHOOF", "USE '.JPG' LETTER HEAD");
     picture->setEnabled(false);
     auto* position = new QComboBox(&dialog);
@@ -381,14 +425,18 @@ void show_letterhead_layouts(reports::LetterheadLayouts& f, QWidget* parent) {
     size->addItems({af ? "KLEIN" : "SMALL", "MEDIUM", af ? "GROOT" : "LARGE"});
     form->addRow(size);
     auto* buttons = new QHBoxLayout;
-    QPushButton* font1 = new QPushButton(QStringLiteral("Aa 1"), &dialog);
-    QPushButton* font2 = new QPushButton(QStringLiteral("Aa 2"), &dialog);
-    QPushButton* import = new QPushButton(QStringLiteral(".JPG"), &dialog);
-    QPushButton* print = new QPushButton(QStringLiteral("[ ]"), &dialog);
-    QPushButton* erase = new QPushButton(QStringLiteral("X"), &dialog);
-    QPushButton* ok = new QPushButton(QStringLiteral("OK"), &dialog);
-    for (QPushButton* b : {font1, font2, import, print, erase, ok})
+    const auto button = [&](const char* name, const char* a, const char* e) {
+        auto* b = new QPushButton(say(a, e), &dialog);
+        b->setObjectName(QString::fromLatin1(name));
         buttons->addWidget(b);
+        return b;
+    };
+    QPushButton* font1 = button("bh_font_1", "LETTERTIPE NAAM", "FONT OF NAME");
+    QPushButton* font2 = button("bh_font_2", "LETTERTIPE ADRES", "FONT OF ADDRESS");
+    QPushButton* import = button("bh_import", "VOER .JPG IN", "IMPORT .JPG");
+    QPushButton* print = button("bh_druk", "DRUK RAAM", "PRINT FRAME");
+    QPushButton* erase = button("bh_uitvee", "UITVEE", "DELETE");
+    QPushButton* ok = button("bh_ok", "Bevestig veranderings", "Confirm changes");
     form->addRow(buttons);
     layout->addLayout(form);
 

@@ -210,6 +210,7 @@ int run(const PrintOptions& o, QTextStream& out, QTextStream& err) {
 
 void CliDialogs::message(const QString& text, ui::Icon icon, const QString& title) {
     failed = failed || icon == ui::Icon::Critical;
+    warned = warned || icon == ui::Icon::Exclamation;
     UnattendedDialogs::message(text, icon, title);
 }
 

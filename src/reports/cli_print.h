@@ -16,11 +16,12 @@ class Session;
 
 namespace korvel::reports {
 
-// The command line's dialogs, which also note whether a failure was reported.
+// The command line's dialogs, which also note whether a failure or a warning was reported.
 class CliDialogs : public ui::UnattendedDialogs {
   public:
     void message(const QString& text, ui::Icon icon, const QString& title) override;
-    bool failed = false;
+    bool failed = false;  // a critical message
+    bool warned = false;  // an exclamation
 };
 
 // The options every print command takes: the language, the drives and the output file.

@@ -122,7 +122,10 @@ bool print_rows(PrintJob& job, PrintGrid& grid, GridPageOptions& o, bool blocks)
         if (w > 0)
             table_width += w + 2 * pad;
     const double page_width = d.scale_width();
-    const double page_height = d.scale_height();
+    // Below a letterhead the page ends above its bottom margin.
+    double page_height = d.scale_height();
+    if (st.letterhead.loaded && st.letterhead.page_end_twips > 0)
+        page_height = std::min(page_height, st.letterhead.page_end_twips);
     if (o.centre_table)
         o.left = std::max(page_width / 2 - table_width / 2, kCharWidthTwips);
     const double left = o.left;

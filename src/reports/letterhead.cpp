@@ -430,6 +430,8 @@ void print_letterhead(PrintJob& job, const QString& orientation, double line_fac
     }
 
     if (!ws) {
+        job.state.letterhead.page_end_twips =
+            d.scale_y(d.scale_height() - s.bottom_margin, d.scale_mode(), ScaleMode::Twips);
         d.set_scale_height(d.scale_height() - s.bottom_margin);
         job.state.header_bottom = d.scale_height();
         d.set_current_y(std::max(d.current_y(), lowest));

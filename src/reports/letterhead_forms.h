@@ -27,6 +27,7 @@ class LetterheadChooser : public ui::ChildForm {
   public:
     explicit LetterheadChooser(shell::Session& session);
     QString form_name() const override { return QStringLiteral("sk1_kies_briefhoofde"); }
+    shell::Session& session() { return s_; }
 
     QString heading;
     QStringList briefhoof_lys;

@@ -71,6 +71,10 @@ struct LetterheadState {
     double right_margin = 0;  // characters; 0 when none is set
     LetterheadFont name_font;
     LetterheadFont address_font;
+    // The foot of the page above the bottom margin, in twips from the top; 0: the page's own.
+    // Kept in twips because the grid printer changes the scale and so loses the shortened
+    // scale height the letterhead leaves behind.
+    double page_end_twips = 0;
     bool loaded = false;          // a letterhead takes the place of the frame
     bool image_in_force = false;  // a letterhead image is printed on the page
 };

@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include "report_fixture.h"
+#include "reports/grid_output.h"
 #include "reports/letterhead.h"
 
 namespace korvel::reports {
@@ -194,6 +195,25 @@ TEST_F(LetterheadTest, FrameOnlyAroundBothBlocksAndThePageEndsEarlier) {
     EXPECT_NEAR(device.scale_height(), full - job.state.letterhead.bottom_margin, 0.01);
     EXPECT_DOUBLE_EQ(job.state.header_bottom, device.scale_height());
     EXPECT_GT(device.current_y(), job.state.letterhead.top_margin);
+}
+
+TEST_F(LetterheadTest, GridBelowALetterheadEndsAboveTheBottomMargin) {
+    table("\"LAAG                         0\",10,100,0,0,#FALSE#,#FALSE#,#FALSE#,\"L\",\"M\"\r\n");
+    job.state.letterhead.selected = QStringLiteral("LAAG");
+    start();
+    print_letterhead(job);
+    PrintGrid grid(0, 2);
+    for (int r = 0; r < 100; ++r)
+        grid.add_item(QStringLiteral("%1\tROW").arg(r));
+    GridPageOptions options;
+    EXPECT_FALSE(print_grid_blocks(job, grid, options));                       // the page filled
+    const double page_end = device.page_height_twips() - 100 * 1440.0 / 25.4;  // 100 mm
+    double lowest = 0;
+    for (const RecordedCall& c : device.calls())
+        if (c.kind == RecordedCall::Kind::Text)
+            lowest = std::max(lowest, c.y1);
+    EXPECT_GT(lowest, page_end / 2);
+    EXPECT_LT(lowest, page_end);
 }
 
 TEST_F(LetterheadTest, PictureThatCannotBeReadLeavesItsSpaceFree) {
