@@ -47,7 +47,7 @@ TEST(MainMenu, LoadsTheYearTheSchoolAndTheFiles) {
     MenuOnDemo m;
     EXPECT_EQ(m.menu.year_label, "2026");
     EXPECT_EQ(m.menu.dir_disp_staff, "C:\\VESPARINE\\STAFF\\P2026");
-    EXPECT_EQ(m.menu.rekords_jaar_lys, QStringList({"2025", "2026", "2027"}));
+    EXPECT_EQ(m.menu.rekords_jaar_lys, QStringList({"2014", "2025", "2026", "2027"}));
     EXPECT_EQ(m.menu.sk4_menu[1].caption, "PERSONEELLEDE");
     EXPECT_TRUE(m.menu.sk4_menu[1].enabled);
     EXPECT_TRUE(m.menu.sk4_menu[4].enabled);
