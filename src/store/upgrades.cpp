@@ -51,6 +51,21 @@ QString converted_name(const QString& live) {
     return live + QStringLiteral(".new");
 }
 
+// The frozen copy of the live file: a second name for its bytes where the file system allows
+// one, so that nothing is read or written again, else a copy. Either way the folder is pushed
+// to the disk when the converted file takes the live name, before the old bytes lose it.
+bool freeze(const platform::FileSystem& fs, const QString& live, const QString& frozen) {
+    const QString from = fs.native(live);
+    const QString to = fs.native(frozen);
+    if (from.isEmpty() || to.isEmpty()) {
+        return false;
+    }
+    QFile::remove(to);
+    std::error_code error;
+    std::filesystem::create_hard_link(from.toStdString(), to.toStdString(), error);
+    return !error || fs.copy_file(live, frozen);
+}
+
 struct Upgrade {
     QString live_name;
     QString frozen_name;
@@ -101,7 +116,7 @@ bool upgrade_file(const platform::FileSystem& fs, const QString& folder, const U
         return false;
     }
     const bool frozen_made =
-        fs.file_exists(live) ? fs.copy_file(live, frozen) : fs.write_all(frozen, QByteArray());
+        fs.file_exists(live) ? freeze(fs, live, frozen) : fs.write_all(frozen, QByteArray());
     if (!frozen_made) {
         fs.delete_file(converted);
         return false;
