@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <memory>
 #include <optional>
+#include <span>
 
 #include "platform/executable.h"
 #include "shell/folders.h"
@@ -215,19 +216,26 @@ int upgrade_command(const QStringList& args, QTextStream& out, QTextStream& err)
     }
     shell::Session& s = run.session;
     // Each year is opened as its own ledger year, as choosing it in the program would.
-    for (const QString& year : shell::ledger_years(s)) {
-        const QString folder = s.folders.staff.left(s.folders.staff.size() - 4) + year;
+    // The school files of the general year folder too, where the dBASE tables stood.
+    const auto upgrade = [&](const QString& year, const QString& year_folder,
+                             std::span<const store::Code> codes) {
+        const QString folder = year_folder.left(year_folder.size() - 4) + year;
         if (!s.fs().folder_exists(folder)) {
-            continue;
+            return;
         }
-        for (const store::Code code : store::kStaffCodes) {
+        for (const store::Code code : codes) {
             const store::Layout& layout = store::layout_of(code);
             const QString done = store::upgrade_on_open(
-                s.fs(), QString::fromLatin1(layout.code.data(), layout.code.size()), folder, year);
-            if (!done.isEmpty()) {
-                out << folder << ": " << done << "\n";
+                s.fs(), QString::fromLatin1(layout.code.data(), layout.code.size()), folder, year,
+                s.folders.workstation);
+            for (const QString& line : done.split(u'\n', Qt::SkipEmptyParts)) {
+                out << folder << ": " << line << "\n";
             }
         }
+    };
+    for (const QString& year : shell::ledger_years(s)) {
+        upgrade(year, s.folders.staff, store::kStaffCodes);
+        upgrade(year, s.folders.general_year, store::kSuiteCodes);
     }
     return 0;
 }

@@ -25,12 +25,14 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <random>
 #include <vector>
 
 #include "platform/codepage.h"
 #include "platform/drive_map.h"
 #include "platform/winpath.h"
+#include "shell/dbf_table_writer.h"
 #include "shell/demo_payroll.h"
 #include "shell/folders.h"
 #include "shell/helpers.h"
@@ -1204,6 +1206,111 @@ QByteArray network_file(const store::Folders& folders) {
     return bytes;
 }
 
+// ---- a legacy year ---------------------------------------------------------------------------
+
+// A year from before the current layouts, 2014, whatever the demo's year (the attendance
+// record grew in 2016, so later years never convert it): the address and attendance files
+// in their older record lengths, a subject file older than the subject numbers, and the school
+// record and the class periods still as dBASE tables. Choosing the year converts them.
+void write_legacy_year(ui::Dialogs& dialogs, const platform::DriveMap& map, const QString& drive,
+                       int base_year, const std::vector<Particulars>& people, QStringList& files) {
+    const int y = 2014;
+    auto session = Session::on_drive(dialogs, map, drive, QString::number(y));
+    Session& s = *session;
+    // What an earlier run converted must not be taken for the tables of this one.
+    for (const QString& folder : {s.folders.staff, s.folders.general_year}) {
+        QDir(s.fs().native(folder)).removeRecursively();
+    }
+    YearWriter(s, base_year, false, people, files).run();
+    s.close_file_handle(s.state(Code::SKL).handle);
+    const platform::FileSystem& fs = s.fs();
+    const auto staff = [&](const char* name) {
+        return winpath::join(s.folders.staff, QString::fromLatin1(name));
+    };
+    // Each record cut back to the old layout; the frozen copies that opening made go, so the
+    // files count as never converted.
+    const auto downgrade = [&](const char* live, const char* frozen, int length,
+                               const std::function<QByteArray(const char*)>& old_record) {
+        const QByteArray now = fs.read_all(staff(live)).value_or(QByteArray());
+        QByteArray old;
+        for (qsizetype at = 0; at + length <= now.size(); at += length) {
+            old += old_record(now.constData() + at);
+        }
+        fs.write_all(staff(live), old);
+        fs.delete_file(staff(frozen));
+    };
+    downgrade("prs_add_random.txt", "prs_add_2016_random.txt", store::PRSADD.record_length,
+              [](const char* r) { return QByteArray(r, 63); });
+    downgrade("prs_afw_random.txt", "prs_afw_2014_random.txt", store::PRSAFW.record_length,
+              [](const char* r) {
+                  constexpr int kMarks = store::PRSAFW["PF_DAG"].offset;
+                  constexpr int kReasons = store::PRSAFW["PF_REDE"].offset;
+                  QByteArray old(r, 5);
+                  for (int g = 0; g < 3; ++g) {
+                      old += QByteArray(r + kMarks + g * 120 + 1, 120);
+                  }
+                  for (int g = 0; g < 3; ++g) {
+                      old += QByteArray(r + kReasons + 2 * (g * 120 + 1), 240);
+                  }
+                  return old;
+              });
+    QFile subjects(fs.native(staff("prs_vak_random.txt")));
+    if (subjects.open(QIODevice::ReadWrite)) {
+        subjects.setFileTime(QDateTime(QDate(y, 11, 28), QTime(14, 0)),
+                             QFileDevice::FileModificationTime);
+    }
+
+    // The school record as the table it came from.
+    const QString general = s.folders.general_year;
+    const QString school_file = winpath::join(general, QStringLiteral("skl_dta_random.txt"));
+    Record school(store::SKL);
+    if (auto bytes = fs.read_all(school_file); bytes && bytes->size() >= school.size()) {
+        school.assign(bytes->constData());
+    }
+    constexpr const auto& L = store::SKL;
+    std::vector<DbfColumn> columns;
+    QStringList row;
+    for (const char* name :
+         {"SD_SKOOL", "SD_ADRES1", "SD_ADRES2", "SD_ADRES3", "SD_KODE", "SD_FOON", "SD_FAKS",
+          "SD_PROV", "SD_DIST_NR", "SD_DISTRIK", "SD_EMAIL", "SX_HOOF"}) {
+        const store::Field& f = *L.find(name);
+        columns.push_back({QString::fromLatin1(name), 'C', f.width});
+        row << school.text(f);
+    }
+    columns.push_back({QStringLiteral("sd_oudstes"), 'L', 1});
+    row << QStringLiteral("T");
+    columns.push_back({QStringLiteral("SD_TME_OUT"), 'N', 4});
+    row << QStringLiteral("15");
+    fs.delete_file(school_file);
+    files.removeAll(fs.native(school_file));
+    const QString school_table = winpath::join(general, QStringLiteral("skl_dta.dbf"));
+    fs.write_all(school_table, dbf_table(columns, {row}));
+    files << fs.native(school_table);
+
+    // Class periods: a row a grade, class and week, six cells each.
+    std::vector<DbfColumn> period_columns = {{QStringLiteral("SP_GRAAD"), 'C', 3},
+                                             {QStringLiteral("SP_KLAS"), 'C', 3},
+                                             {QStringLiteral("SP_ONNIE"), 'C', 30},
+                                             {QStringLiteral("SP_WEEK"), 'N', 2}};
+    for (int i = 0; i < 6; ++i) {
+        period_columns.push_back({QStringLiteral("SP_SEL%1").arg(i), 'N', 2});
+    }
+    std::vector<QStringList> periods;
+    for (int grade = 8; grade <= 12; ++grade) {
+        for (int week = 1; week <= 4; ++week) {
+            QStringList p = {QString::number(grade), QStringLiteral("A"),
+                             u8(kStaff[std::size_t(grade)].surname), QString::number(week)};
+            for (int i = 0; i < 6; ++i) {
+                p << QString::number((grade + week + i) % 7 + 1);
+            }
+            periods.push_back(p);
+        }
+    }
+    const QString period_table = winpath::join(general, QStringLiteral("s_b_prs.dbf"));
+    fs.write_all(period_table, dbf_table(period_columns, periods));
+    files << fs.native(period_table);
+}
+
 }  // namespace
 
 DemoSummary write_demo_tree(const QString& native_root, int year, ui::Dialogs& dialogs) {
@@ -1258,6 +1365,7 @@ DemoSummary write_demo_tree(const QString& native_root, int year, ui::Dialogs& d
             summary.files << session->fs().native(language);
         }
     }
+    write_legacy_year(dialogs, map, drive, year, people, summary.files);
     return summary;
 }
 

@@ -10,116 +10,13 @@
 
 #include "platform/codepage.h"
 #include "platform/winpath.h"
+#include "store/dbf_memory.h"
 
 namespace korvel::staff {
 
 namespace {
 
-// ---- shapelib over a table already in memory ----
-//
-// Each table is read from the disk in one piece and handed to shapelib through its file
-// hooks, so that taking the rows apart costs no further reads and a table that is truncated
-// or not a table at all is only ever a short buffer.
-
-struct MemoryFile {
-    const QByteArray* bytes;
-    SAOffset pos;
-};
-
-thread_local const QByteArray* t_table = nullptr;
-
-SAFile memory_open(const char* filename, const char* access) {
-    const std::size_t n = std::strlen(filename);
-    // Only the table itself: the code page file shapelib also asks for is not there.
-    const bool table = n >= 4 && (std::strcmp(filename + n - 4, ".dbf") == 0);
-    if (t_table == nullptr || !table || std::strchr(access, 'w') != nullptr ||
-        std::strchr(access, '+') != nullptr) {
-        return nullptr;
-    }
-    return reinterpret_cast<SAFile>(new MemoryFile{t_table, 0});
-}
-
-SAOffset memory_read(void* p, SAOffset size, SAOffset nmemb, SAFile file) {
-    auto* f = reinterpret_cast<MemoryFile*>(file);
-    const auto total = static_cast<SAOffset>(f->bytes->size());
-    if (size == 0 || f->pos >= total) {
-        return 0;
-    }
-    const SAOffset n = std::min(nmemb, (total - f->pos) / size);
-    std::memcpy(p, f->bytes->constData() + f->pos, n * size);
-    f->pos += n * size;
-    return n;
-}
-
-SAOffset memory_write(void*, SAOffset, SAOffset, SAFile) {
-    return 0;
-}
-
-SAOffset memory_seek(SAFile file, SAOffset offset, int whence) {
-    auto* f = reinterpret_cast<MemoryFile*>(file);
-    const auto total = static_cast<SAOffset>(f->bytes->size());
-    switch (whence) {
-        case SEEK_SET:
-            f->pos = offset;
-            return 0;
-        case SEEK_CUR:
-            f->pos += offset;
-            return 0;
-        case SEEK_END:
-            f->pos = total + offset;
-            return 0;
-        default:
-            return static_cast<SAOffset>(-1);
-    }
-}
-
-SAOffset memory_tell(SAFile file) {
-    return reinterpret_cast<MemoryFile*>(file)->pos;
-}
-
-int memory_flush(SAFile) {
-    return 0;
-}
-
-int memory_close(SAFile file) {
-    delete reinterpret_cast<MemoryFile*>(file);
-    return 0;
-}
-
-int memory_remove(const char*) {
-    return -1;
-}
-
-void memory_error(const char*) {
-    // A damaged table reads as far as it goes; the learner programs are the ones to report it.
-}
-
-double memory_atof(const char* text) {
-    return std::strtod(text, nullptr);
-}
-
-using DbfPtr = std::unique_ptr<DBFInfo, void (*)(DBFHandle)>;
-
-DbfPtr open_in_memory(const QByteArray& bytes) {
-    if (bytes.isEmpty()) {
-        return {nullptr, DBFClose};
-    }
-    SAHooks hooks{};
-    hooks.FOpen = memory_open;
-    hooks.FRead = memory_read;
-    hooks.FWrite = memory_write;
-    hooks.FSeek = memory_seek;
-    hooks.FTell = memory_tell;
-    hooks.FFlush = memory_flush;
-    hooks.FClose = memory_close;
-    hooks.Remove = memory_remove;
-    hooks.Error = memory_error;
-    hooks.Atof = memory_atof;
-    t_table = &bytes;
-    DbfPtr dbf(DBFOpenLL("table.dbf", "rb", &hooks), DBFClose);
-    t_table = nullptr;
-    return dbf;
-}
+using store::DbfPtr;
 
 struct Place {
     int offset = -1;
@@ -326,7 +223,7 @@ SubjectCell GradeSubjects::cell(int row, int index) const {
 GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3,
                                 const QByteArray& vakdta) {
     GradeSubjects g;
-    if (const DbfPtr dbf = open_in_memory(ppl_cmp)) {
+    if (const DbfPtr dbf = store::open_dbf_in_memory(ppl_cmp)) {
         const Fields f(dbf.get());
         const Place state = f.find("PD_AKTIEF");
         const Place klas = f.find("PD_T_NR");
@@ -336,7 +233,7 @@ GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3
             }
         });
     }
-    if (const DbfPtr dbf = open_in_memory(pi3)) {
+    if (const DbfPtr dbf = store::open_dbf_in_memory(pi3)) {
         const Fields f(dbf.get());
         const Place code = f.find("PI_KODE");
         const Place number = f.find("PI_NR");
@@ -347,7 +244,7 @@ GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3
             }
         });
     }
-    if (const DbfPtr dbf = open_in_memory(vakdta)) {
+    if (const DbfPtr dbf = store::open_dbf_in_memory(vakdta)) {
         const Fields f(dbf.get());
         std::vector<GradeSubjects::CellPlace> cells(kSubjectCells);
         for (const auto& [name, place] : f.places) {

@@ -73,7 +73,16 @@ SwitchPaths switch_paths(const QString& target) {
     const QString parent = winpath::parent_of(target);
     return {target, winpath::join(parent, QStringLiteral("~yearend.new")),
             winpath::join(parent, QStringLiteral("~yearend.old")),
-            winpath::join(parent, QStringLiteral("~yearend.switch"))};
+            winpath::join(parent, QStringLiteral("~yearend.switch")),
+            winpath::join(parent, QStringLiteral("~yearend.lock"))};
+}
+
+platform::LockOutcome take_switch_lock(const platform::FileSystem& fs, const QString& target,
+                                       std::unique_ptr<platform::HeldLock>* held) {
+    // Long enough for the largest year to be copied, short enough for a dead workstation's
+    // lock not to keep the year closed for the day.
+    constexpr std::chrono::minutes kStale{15};
+    return fs.take_lock(switch_paths(target).lock, kStale, held);
 }
 
 bool is_index_file(const QString& name) {
@@ -142,6 +151,10 @@ void settle_folder_switch(const platform::FileSystem& fs, const QString& folder)
     const bool journal = fs.file_exists(here.journal);
     if (!journal && !fs.folder_exists(here.staging)) {
         return;
+    }
+    std::unique_ptr<platform::HeldLock> lock;
+    if (take_switch_lock(fs, folder, &lock) == platform::LockOutcome::Held) {
+        return;  // the closing that made them is still at work
     }
     FileOps ops(fs);
     if (!journal) {

@@ -5,11 +5,14 @@
 //   ~yearend.new     the new folder being built; without a journal it is thrown away
 //   ~yearend.old     the target as it stood, moved aside during the switch
 //   ~yearend.switch  the journal: once it is written the switch is finished, never undone
+//   ~yearend.lock    held by the closing at work, so that another workstation opening a
+//                    folder beside them meanwhile leaves its work alone
 // Whatever was cut short is settled before a folder beside them is opened again.
 
 #include <QByteArray>
 #include <QString>
 #include <functional>
+#include <memory>
 
 #include "platform/file_system.h"
 
@@ -40,9 +43,14 @@ class FileOps {
 };
 
 struct SwitchPaths {
-    QString target, staging, retired, journal;
+    QString target, staging, retired, journal, lock;
 };
 SwitchPaths switch_paths(const QString& target);
+
+// The lock of the rebuilds beside target, for this process. Held: a rebuild at work elsewhere
+// holds it; one whose holder is gone is taken over.
+platform::LockOutcome take_switch_lock(const platform::FileSystem& fs, const QString& target,
+                                       std::unique_ptr<platform::HeldLock>* held);
 
 // The switch: the journal is written, then the target goes aside, the new folder takes its
 // place, the old dBASE index files of from_folder are deleted, and the old target and the
@@ -55,7 +63,7 @@ bool is_index_file(const QString& name);
 bool delete_index_files(FileOps& ops, const QString& folder);
 
 // Finishes a switch whose journal stands beside folder, or throws away a new folder whose
-// switch never began. Run before a folder is opened.
+// switch never began, unless a rebuild at work holds the lock. Run before a folder is opened.
 void settle_folder_switch(const platform::FileSystem& fs, const QString& folder);
 
 }  // namespace korvel::store

@@ -212,8 +212,8 @@ bool Store::open_file(Code code, const QString& folder) {
 }
 
 bool Store::open_code(Code code, const QString& folder) {
-    // A year-end cut short is finished or undone before its folders are used, and older
-    // layouts convert before they are read.
+    // A year-end cut short is finished or undone before its folders are used, and dBASE
+    // tables and older layouts convert before they are read.
     FileState& s = state(code);
     if (s.handle != 0) {
         close_file_handle(s.handle);
@@ -221,7 +221,7 @@ bool Store::open_code(Code code, const QString& folder) {
     settle_folder_switch(fs_, folder);
     const Layout& layout = layout_of(code);
     upgrade_on_open(fs_, QString::fromLatin1(layout.code.data(), layout.code.size()), folder,
-                    ledger_year);
+                    ledger_year, folders.workstation);
     const int handle = allocate_file_handle(false);
     if (handle == 0) {
         return false;

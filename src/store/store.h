@@ -168,10 +168,10 @@ class Store {
     FieldAssign set_member_field(int number, const QString& value);
     void clear_member_record();
 
-    // Whether opening a code converts the DBF tables of its folder into record files. Until
-    // it does, undoing a conversion (deleting the record files and copying the tables back)
-    // would leave the year empty.
-    static constexpr bool kConvertsDbfTables = false;
+    // Whether opening a code converts the DBF tables of its folder into record files, so that
+    // undoing a conversion (deleting the record files and copying the tables back) is followed
+    // by the conversion again at the next open.
+    static constexpr bool kConvertsDbfTables = true;
 
     // ---- companions and compaction ----
     void ensure_attendance_record(const QString& post);

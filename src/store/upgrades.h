@@ -7,16 +7,27 @@
 
 #include <QDate>
 #include <QString>
+#include <functional>
 
 #include "platform/file_system.h"
 #include "store/record.h"
 
 namespace korvel::store {
 
-// What opening a code upgrades in a folder, for the ledger year. Returns what converted, in
-// words (blank when nothing did).
+class BlockWriter;
+
+// What opening a code upgrades in a folder, for the ledger year: first the dBASE table of the
+// code, when its record file is not there yet (workstation_folder holds the setting of how
+// tables are opened), then an older layout. Returns what converted, in words, a line each
+// (blank when nothing did).
 QString upgrade_on_open(const platform::FileSystem& fs, const QString& code_name,
-                        const QString& folder, const QString& ledger_year);
+                        const QString& folder, const QString& ledger_year,
+                        const QString& workstation_folder = {});
+
+// A record file written whole under the name to: built in a ".part" beside it, pushed to the
+// disk and renamed over to. False, and nothing left behind, when produce or a write failed.
+bool write_file_beside(const platform::FileSystem& fs, const QString& to, int record_length,
+                       const std::function<bool(BlockWriter&)>& produce);
 
 // A new attendance record of a post: every day unmarked and without a reason.
 void new_attendance_record(Record& r, const QString& post);

@@ -243,6 +243,14 @@ void YearEnd::bo_ok_click() {
         }
     }
 
+    // Held from the first file written to the switch: another workstation opening the year
+    // meanwhile must not take the new folder for one left by a crash.
+    std::unique_ptr<platform::HeldLock> lock;
+    if (store::take_switch_lock(s_.fs(), target_, &lock) == platform::LockOutcome::Held) {
+        fail(s_.tr("DIE JAAR WORD REEDS OP 'N ANDER WERKSTASIE AFGESLUIT.",
+                   "THE YEAR IS BEING CLOSED ON ANOTHER WORKSTATION ALREADY."));
+        return;
+    }
     const store::SwitchPaths paths = store::switch_paths(target_);
     store::FileOps ops(s_.fs());
     ops.before_each = file_operation;
@@ -267,6 +275,7 @@ void YearEnd::bo_ok_click() {
         // Before the switch nothing of the tree has changed: the new folder goes. A switch
         // that has begun is finished, now or when its folder is next opened.
         const bool begun = s_.fs().file_exists(paths.journal);
+        lock.reset();
         store::settle_folder_switch(s_.fs(), target_);
         if (begun && s_.fs().file_exists(paths.journal)) {
             fail(s_.tr("DIE OORSKAKELING NA  ", "THE SWITCH TO  ") + target_ +

@@ -5,6 +5,7 @@
 #include "platform/process_end.h"
 #include "shell/demo_tree.h"
 #include "shell/main_menu.h"
+#include "store/python_dbf.h"
 #include "ui/scripted_dialogs.h"
 
 using namespace korvel;
@@ -46,7 +47,7 @@ TEST(MainMenu, LoadsTheYearTheSchoolAndTheFiles) {
     MenuOnDemo m;
     EXPECT_EQ(m.menu.year_label, "2026");
     EXPECT_EQ(m.menu.dir_disp_staff, "C:\\VESPARINE\\STAFF\\P2026");
-    EXPECT_EQ(m.menu.rekords_jaar_lys, QStringList({"2025", "2026", "2027"}));
+    EXPECT_EQ(m.menu.rekords_jaar_lys, QStringList({"2014", "2025", "2026", "2027"}));
     EXPECT_EQ(m.menu.sk4_menu[1].caption, "PERSONEELLEDE");
     EXPECT_TRUE(m.menu.sk4_menu[1].enabled);
     EXPECT_TRUE(m.menu.sk4_menu[4].enabled);
@@ -109,17 +110,26 @@ TEST(MainMenu, ToolsWithoutTheirProgramsSayWhereToGetThem) {
         "Handleiding nie gevind nie:\nC:\\Program Files (x86)\\KORVEL\\personeel.pdf"));
 }
 
-TEST(MainMenu, UndoConversionRefusesWhileNoConversionCanRefillTheYear) {
+TEST(MainMenu, UndoConversionEmptiesTheStaffFolderAndTheNextOpenConvertsAgain) {
     MenuOnDemo m;
     const QString staff = m.session.folders.staff;
     const qsizetype shown = m.dialogs.shown().size();
     m.menu.tab_undo_click();  // no save folder: nothing happens
     EXPECT_EQ(m.dialogs.shown().size(), shown);
-    m.session.fs().create_folder(staff + "\\save");
-    m.session.fs().write_all(staff + "\\save\\prs_alg.dbf", "dbf");
-    const QStringList before = m.session.fs().file_names(staff);
-    m.menu.tab_undo_click();
-    EXPECT_TRUE(m.dialogs.last_text().endsWith("GEEN LêER IS UITGEVEE NIE ... VERSOEK GEWEIER!"));
-    EXPECT_EQ(m.session.fs().file_names(staff), before);
     EXPECT_EQ(m.session.count(store::Code::PRSALG), 40);
+
+    ASSERT_TRUE(korvel::testing::write_dbf_tables(
+        m.session.fs().native(staff),
+        "t = dbf.Table(folder + '/s_b_prs', 'SP_GRAAD C(3); SP_KLAS C(3)', dbf_type='db3')\n"
+        "t.open(dbf.READ_WRITE)\nt.append(('8', 'A'))\nt.close()\n"));
+    ASSERT_TRUE(m.session.open_suite_file("SBP", staff));
+    EXPECT_EQ(m.session.count(store::Code::SBP), 1);
+    EXPECT_FALSE(m.session.fs().file_exists(staff + "\\s_b_prs.dbf"));
+
+    m.menu.tab_undo_click();
+    EXPECT_TRUE(m.session.fs().file_exists(staff + "\\s_b_prs.dbf"));
+    EXPECT_FALSE(m.session.fs().file_exists(staff + "\\sbp_random.txt"));
+    EXPECT_EQ(m.session.count(store::Code::PRSALG), 0);
+    ASSERT_TRUE(m.session.open_suite_file("SBP", staff));
+    EXPECT_EQ(m.session.count(store::Code::SBP), 1);
 }

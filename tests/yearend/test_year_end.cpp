@@ -276,6 +276,26 @@ TEST(YearEnd, ACrashAtAnyFileOperationLeavesTheTreeWhollyOldOrNew) {
     }
 }
 
+TEST(YearEnd, AnotherWorkstationOpeningTheYearLeavesALiveClosingAlone) {
+    YearTree t(true);
+    const QString target = "C:\\VESPARINE\\STAFF\\P2027";
+    bool staging_kept = true;
+    t.fault = [&](int n) {
+        if (n == 4) {  // the new folder is being filled: another workstation opens the year
+            store::settle_folder_switch(t.session.fs(), target);
+            staging_kept = QFileInfo::exists(t.native("VESPARINE/STAFF/~yearend.new"));
+        }
+        return true;
+    };
+    ASSERT_TRUE(t.close_year(0));
+    EXPECT_TRUE(staging_kept);
+    EXPECT_EQ(t.school_years("2027"), (std::vector<int>{12, 13, 14}));
+    // Once the closing has let go, what a crash leaves is settled again.
+    t.put("VESPARINE/STAFF/~yearend.new/prs_alg_random.txt", "half");
+    store::settle_folder_switch(t.session.fs(), target);
+    EXPECT_FALSE(QFileInfo::exists(t.native("VESPARINE/STAFF/~yearend.new")));
+}
+
 TEST(YearChoice, WritesTheGradeYearFileMovesTheFoldersAndHandsOnToTheMenu) {
     YearTree t;
     QStringList changes;
