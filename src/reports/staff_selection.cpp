@@ -165,7 +165,8 @@ GridPageOptions StaffSelection::centred_table() {
 }
 
 void StaffSelection::print_pages(PrintGrid& grid, const QString& title, const QString& subtitle,
-                                 GridPageOptions options, double padding) {
+                                 GridPageOptions options, double padding,
+                                 const QString& orientation) {
     fit_grid_columns(job_, grid, 0, padding);
     // A page holds at least one row, so the loop ends; the bound guards a grid that never
     // shrinks.
@@ -173,7 +174,7 @@ void StaffSelection::print_pages(PrintGrid& grid, const QString& title, const QS
     for (int pages = 0; pages < most; ++pages) {
         job_.state.page_pending = true;
         QString t = title, s = subtitle;
-        job_.print_page_header(t, s);
+        job_.print_page_header(t, s, orientation);
         if (!job_.state.to_spreadsheet) {
             job_.device().set_scale_mode(ScaleMode::Characters);
             job_.device().set_current_y(6);

@@ -89,7 +89,8 @@ class StaffSelection {
     // The loop of a grid report: header, grid, continuation, until the grid is done. The
     // columns are fitted with the padding first.
     void print_pages(PrintGrid& grid, const QString& title, const QString& subtitle = {},
-                     GridPageOptions options = centred_table(), double padding = 120);
+                     GridPageOptions options = centred_table(), double padding = 120,
+                     const QString& orientation = kPortraitText);
     static GridPageOptions centred_table();
     QString tr(const char* af, const char* en) const;
 
