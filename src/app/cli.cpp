@@ -14,6 +14,7 @@
 #include "platform/executable.h"
 #include "platform/process_end.h"
 #include "reports/cli_print.h"
+#include "reports/blank_forms_cli.h"
 #include "reports/cli_print_lists.h"
 #include "shell/demo_tree.h"
 #include "shell/session.h"
@@ -211,6 +212,7 @@ int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
         (args.isEmpty() ? err : out) << kUsage << kSubjectsListUsage << kSubjectsRebuildUsage
                                      << kMembersUsage << kImportLuritsUsage
                                      << reports::kPrintUsage << reports::kFormListsPrintUsage
+                                     << reports::kBlankFormsUsage
                                      << payroll::kPayrollPrintUsage
                                      << attendance::kAttendancePrintUsage;
         return args.isEmpty() ? 2 : 0;

@@ -9,6 +9,7 @@
 #include "platform/drive_map.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
+#include "reports/blank_forms_cli.h"
 #include "reports/cli_print_lists.h"
 #include "reports/painter_device.h"
 #include "reports/recording_device.h"
@@ -318,6 +319,8 @@ int run_print_command(const QString& why, const char* usage, QTextStream& err,
 }
 
 int print_report(const QStringList& args, QTextStream& out, QTextStream& err) {
+    if (is_blank_forms_report(args.value(1)))
+        return print_blank_forms(args, out, err);
     if (is_form_list_report(args.value(1)))
         return print_form_list_report(args, out, err);
     if (payroll::is_payroll_report(args.value(1)))

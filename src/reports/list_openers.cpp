@@ -1,5 +1,6 @@
 #include "reports/list_openers.h"
 
+#include "reports/blank_forms.h"
 #include "reports/print_menu.h"
 #include "reports/qualification_list.h"
 #include "reports/tuition_list.h"
@@ -24,6 +25,7 @@ PrintMenu::Opener opener(shell::Session& session, PrintJob& job, PrintTargetHost
 
 void register_form_lists(PrintMenu& menu, shell::Session& session, PrintJob& job,
                          PrintTargetHost* host) {
+    menu.set_opener(kBlankFormsButton, opener<BlankForms>(session, job, host));
     menu.set_opener(kTuitionListButton, opener<TuitionList>(session, job, host));
     menu.set_opener(kQualificationListButton, opener<StaffQualificationList>(session, job, host));
 }

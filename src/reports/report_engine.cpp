@@ -284,10 +284,14 @@ void PrintJob::print_page_header(QString& title, QString& subtitle, const QStrin
     state.continuation_columns = state.page_columns;
 }
 
+double PrintJob::clip_limit() const {
+    return state.letterhead.right_margin > 0
+               ? device_->scale_width() - state.letterhead.right_margin - 0.5
+               : state.page_columns - 0.5;
+}
+
 void PrintJob::clip_right(double& x2) const {
-    const double limit = state.letterhead.right_margin > 0
-                             ? device_->scale_width() - state.letterhead.right_margin - 0.5
-                             : state.page_columns - 0.5;
+    const double limit = clip_limit();
     if (x2 > limit)
         x2 = limit;
 }

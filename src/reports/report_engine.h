@@ -138,6 +138,8 @@ class PrintJob {
                   bool no_clip = false);
     void draw_rule(double x1, double y1, double x2, double y2, bool heavy = false,
                    bool dotted = false, bool no_clip = false);
+    // The right edge draw_box and draw_rule clip to.
+    double clip_limit() const;
     void finish_report(bool with_footer = true, bool with_maker_line = true);
     void print_page_footer(double line_y = 0, bool new_page = false, bool with_maker_line = true);
     // The next page number followed by ".../" at column page_columns - 8 of the last line.

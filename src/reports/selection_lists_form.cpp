@@ -12,6 +12,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "reports/blank_forms_form.h"
 #include "reports/qualification_list.h"
 #include "reports/tuition_list.h"
 
@@ -86,22 +87,29 @@ void show_selection(StaffSelection& form, const ui::ChildForm& child, const QStr
         side->addWidget(extra);
     }
     side->addStretch();
-    auto* ok = new QPushButton(QStringLiteral("OK"), &dialog);
-    ok->setObjectName(QStringLiteral("kr_ok"));
-    QObject::connect(ok, &QPushButton::clicked, &dialog, ok_click);
-    auto* exit = new QPushButton(QStringLiteral("X"), &dialog);
-    QObject::connect(exit, &QPushButton::clicked, &dialog, &QDialog::accept);
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(ok);
-    buttons->addWidget(exit);
-    side->addLayout(buttons);
+    side->addLayout(ok_and_exit(dialog, QStringLiteral("kr_ok"), ok_click));
     dialog.resize(900, 560);
     dialog.exec();
 }
 
 }  // namespace
 
+QHBoxLayout* ok_and_exit(QDialog& dialog, const QString& ok_name,
+                         const std::function<void()>& ok_click, const QString& ok_tip) {
+    auto* ok = new QPushButton(QStringLiteral("OK"), &dialog);
+    ok->setObjectName(ok_name);
+    ok->setToolTip(ok_tip);
+    QObject::connect(ok, &QPushButton::clicked, &dialog, ok_click);
+    auto* exit = new QPushButton(QStringLiteral("X"), &dialog);
+    QObject::connect(exit, &QPushButton::clicked, &dialog, &QDialog::accept);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(ok);
+    buttons->addWidget(exit);
+    return buttons;
+}
+
 void register_selection_lists_forms(ui::QtDialogs& dialogs) {
+    register_blank_forms_form(dialogs);
     dialogs.register_form(QStringLiteral("sk426_prg"), [](ui::ChildForm& f, QWidget* p) {
         auto& form = static_cast<TuitionList&>(f);
         show_selection(

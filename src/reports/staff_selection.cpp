@@ -1,6 +1,9 @@
 #include "reports/staff_selection.h"
 
+#include <QFileInfo>
 #include <algorithm>
+
+#include "platform/winpath.h"
 
 #include "reports/print_target.h"
 #include "shell/helpers.h"
@@ -54,7 +57,7 @@ void StaffSelection::load_selection() {
 
     open_files({Code::PRSALG});
     prs_lys.clear();
-    s_.scan_records(Code::PRSALG, [&](int number, Record& r) {
+    read_master([&](int number, Record& r) {
         const QString post = r.text(L["PA_POS_NR"]).trimmed();
         if (post.isEmpty() || r.text(L["PA_AKTIEF"]).trimmed() == u"D")
             return;
@@ -99,18 +102,16 @@ std::vector<int> StaffSelection::selected_records() {
         if (number >= 1 && size_t(number) < wanted.size())
             wanted[size_t(number)] = true;
     }
-    selected_.clear();
-    s_.scan_records(Code::PRSALG, [&](int number, Record& r) {
-        if (wanted[size_t(number)])
-            selected_.emplace(number, r);
-    });
+    if (!master_unchanged())
+        read_master({});
+    const int length = L.record_length;
+    Record r(L);
     std::vector<int> out;
     for (int i = first; i <= last; ++i) {
         const int number = prs_lys[size_t(i)].record;
-        const auto it = selected_.find(number);
-        if (it == selected_.end())
+        if (number < 1 || qsizetype(number) * length > master_.size())
             continue;
-        const Record& r = it->second;
+        r.assign(master_.constData() + qsizetype(number - 1) * length);
         if (r.text(L["PA_AKTIEF"]).trimmed() == u"*")
             continue;
         const QString paymaster = r.text(L["PA_OD_BL"]).trimmed().toUpper();
@@ -131,14 +132,42 @@ std::vector<int> StaffSelection::selected_records() {
 }
 
 const Record& StaffSelection::read_selected(int number) {
-    const auto it = selected_.find(number);
-    if (it == selected_.end()) {
+    const int length = L.record_length;
+    if (number < 1 || qsizetype(number) * length > master_.size()) {
         s_.read_record(Code::PRSALG, number);
     } else {
-        s_.working(Code::PRSALG) = it->second;
+        s_.working(Code::PRSALG).assign(master_.constData() + qsizetype(number - 1) * length);
         s_.state(Code::PRSALG).current = number;
     }
     return s_.working(Code::PRSALG);
+}
+
+QString StaffSelection::master_path() const {
+    return s_.fs().native(winpath::join(
+        s_.folder_of(Code::PRSALG), QString::fromLatin1(L.file_name.data(), L.file_name.size())));
+}
+
+void StaffSelection::read_master(const std::function<void(int, Record&)>& visit) {
+    // The stamp is taken first: a write while the file is read makes the next look differ.
+    const QFileInfo info(master_path());
+    master_size_ = info.size();
+    master_time_ = info.lastModified();
+    master_.clear();
+    master_.reserve(qsizetype(std::max(0, s_.count(Code::PRSALG))) * L.record_length);
+    s_.scan_records(Code::PRSALG, [&](int number, Record& r) {
+        // A record the scan skipped leaves the rest unusable: they would sit at wrong places.
+        if (qsizetype(number - 1) * L.record_length == master_.size())
+            master_.append(r.bytes());
+        if (visit)
+            visit(number, r);
+    });
+    master_count_ = s_.count(Code::PRSALG);
+}
+
+bool StaffSelection::master_unchanged() const {
+    const QFileInfo info(master_path());
+    return master_count_ == s_.count(Code::PRSALG) && info.size() == master_size_ &&
+           info.lastModified() == master_time_;
 }
 
 QString StaffSelection::list_name(const Record& r) {
@@ -165,7 +194,8 @@ GridPageOptions StaffSelection::centred_table() {
 }
 
 void StaffSelection::print_pages(PrintGrid& grid, const QString& title, const QString& subtitle,
-                                 GridPageOptions options, double padding) {
+                                 GridPageOptions options, double padding,
+                                 const QString& orientation) {
     fit_grid_columns(job_, grid, 0, padding);
     // A page holds at least one row, so the loop ends; the bound guards a grid that never
     // shrinks.
@@ -173,7 +203,7 @@ void StaffSelection::print_pages(PrintGrid& grid, const QString& title, const QS
     for (int pages = 0; pages < most; ++pages) {
         job_.state.page_pending = true;
         QString t = title, s = subtitle;
-        job_.print_page_header(t, s);
+        job_.print_page_header(t, s, orientation);
         if (!job_.state.to_spreadsheet) {
             job_.device().set_scale_mode(ScaleMode::Characters);
             job_.device().set_current_y(6);
@@ -199,8 +229,11 @@ void fill_rows(PrintGrid& grid, const std::vector<QStringList>& rows) {
         const int r = first + int(i);
         int most = 1;
         for (int c = 0; c < grid.cols() && c < rows[i].size(); ++c) {
-            grid.set_text(r, c, rows[i].at(c));
-            most = std::max(most, int(cell_lines(rows[i].at(c)).size()));
+            const QString& text = rows[i].at(c);
+            grid.set_text(r, c, text);
+            // Most cells are one line; only a cell with a break is split to count its lines.
+            if (text.contains(u'\n') || text.contains(u'\r') || text.contains(u'~'))
+                most = std::max(most, int(cell_lines(text).size()));
         }
         if (most > 1)
             grid.row(r).height = 200.0 * most + 40;

@@ -5,11 +5,11 @@
 //
 // Each of those forms is this selection and its own list; its Qt form binds the values below.
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 #include <array>
 #include <functional>
-#include <unordered_map>
 #include <vector>
 
 #include "reports/grid_output.h"
@@ -69,7 +69,8 @@ class StaffSelection {
     void prs_lys_click(int row);
 
     // The record numbers the selection takes, in list order. The master file is read once, in
-    // blocks; the records taken are kept for read_selected.
+    // blocks, and not again while it stands as the list read it; the records taken are kept
+    // for read_selected.
     std::vector<int> selected_records();
     // A record the last selection took, put in the working record as a read would put it (a
     // record it did not take is read from the file).
@@ -89,7 +90,8 @@ class StaffSelection {
     // The loop of a grid report: header, grid, continuation, until the grid is done. The
     // columns are fitted with the padding first.
     void print_pages(PrintGrid& grid, const QString& title, const QString& subtitle = {},
-                     GridPageOptions options = centred_table(), double padding = 120);
+                     GridPageOptions options = centred_table(), double padding = 120,
+                     const QString& orientation = kPortraitText);
     static GridPageOptions centred_table();
     QString tr(const char* af, const char* en) const;
 
@@ -98,8 +100,17 @@ class StaffSelection {
     PrintTargetHost* host_;
 
   private:
-    std::vector<int> opened_;                          // codes opened by this form
-    std::unordered_map<int, store::Record> selected_;  // by record number
+    // The master file read whole: its bytes kept for the records the selection takes.
+    void read_master(const std::function<void(int, store::Record&)>& visit);
+    // False when the master file changed since it was read, or was never read.
+    bool master_unchanged() const;
+    QString master_path() const;
+
+    std::vector<int> opened_;  // codes opened by this form
+    QByteArray master_;        // records 1 to master_count_, as last read
+    int master_count_ = -1;
+    qint64 master_size_ = -1;
+    QDateTime master_time_;
 };
 
 // The header's title of a list: the report's name without its closing " : ".

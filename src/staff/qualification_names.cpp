@@ -1,5 +1,7 @@
 #include "staff/qualification_names.h"
 
+#include <array>
+
 #include "store/record_layouts.h"
 
 namespace korvel::staff {
@@ -68,24 +70,18 @@ const QualificationType kTypes[] = {
 }  // namespace
 
 QStringList qualification_rows(QualificationList list) {
-    QStringList out;
-    const auto add = [&out](const auto& rows) {
-        for (const char* r : rows) {
-            out << QString::fromUtf8(r);
-        }
-    };
-    switch (list) {
-        case QualificationList::prof:
-            add(kProf);
-            break;
-        case QualificationList::akad:
-            add(kAkad);
-            break;
-        case QualificationList::detail:
-            add(kDetail);
-            break;
-    }
-    return out;
+    // Decoded once: a list is looked up for every qualification of every person printed.
+    static const std::array<QStringList, 3> lists = [] {
+        const auto decode = [](const auto& rows) {
+            QStringList out;
+            for (const char* r : rows) {
+                out << QString::fromUtf8(r);
+            }
+            return out;
+        };
+        return std::array<QStringList, 3>{decode(kProf), decode(kAkad), decode(kDetail)};
+    }();
+    return lists[static_cast<std::size_t>(list)];
 }
 
 std::span<const QualificationType> qualification_types() {

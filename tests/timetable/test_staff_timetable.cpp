@@ -204,6 +204,7 @@ TEST_F(Timetable, ThePrintedGridTurnsDaysIntoColumns) {
     ASSERT_EQ(grid.cols(), 3);
     ASSERT_EQ(grid.rows(), 10);
     EXPECT_EQ(grid.text(0, 2), "DAY 2");
+    EXPECT_EQ(grid.column(2).alignment, reports::kAlignCentre);
     EXPECT_EQ(grid.text(1, 0), "PER 1: 07:30-08:15");
     EXPECT_EQ(grid.text(3, 0), "PER 3");
     EXPECT_EQ(grid.text(1, 2), "     WISK      \r\nGR. 10\r\nCL. A");
