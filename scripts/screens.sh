@@ -5,13 +5,15 @@
 #
 #   scripts/screens.sh [BUILD_DIR] [DEMO_DIR]
 #
-# Not part of make test. Installs openbox, xdotool and imagemagick when they are missing.
+# With QT_SCALE_FACTOR=1.5 in the environment the program runs as on a 150% display and the
+# pictures go to .demo/screens-1.5/. Not part of make test. Installs openbox, xdotool and
+# imagemagick when they are missing.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 build="$(cd "${1:-$root/build}" && pwd)"
 mkdir -p "${2:-$root/.demo}"
 demo="$(cd "${2:-$root/.demo}" && pwd)"
-out="$demo/screens"
+out="$demo/screens${QT_SCALE_FACTOR:+-$QT_SCALE_FACTOR}"
 
 if [ -z "${KORVEL_SCREENS_INSIDE:-}" ]; then
   bash "$root/scripts/install-deps.sh" screens
@@ -27,7 +29,7 @@ fi
 # Inside the X server from here on.
 source "$root/scripts/demo-drive.sh"
 # The forms' remembered places stay out of the user's own settings.
-export XDG_CONFIG_HOME="$demo/screens-config"
+export XDG_CONFIG_HOME="$out-config"
 rm -rf "$XDG_CONFIG_HOME"
 
 openbox >/dev/null 2>&1 &

@@ -90,7 +90,12 @@ int check_command(const QStringList& args, QTextStream& out, QTextStream& err) {
             err << "repaired: " << c << "\n";
         }
     }
-    const std::vector<check::Finding> findings = check::check_tree(*tree);
+    ui::UnattendedDialogs terminal;
+    const std::vector<check::Finding> findings = [&] {
+        const std::unique_ptr<ui::Progress> bar =
+            terminal.progress(check::check_title(afrikaans), check::kCheckStages, false);
+        return check::check_tree(*tree, bar.get());
+    }();
     print_findings(findings, format == u"json", out);
     return findings.empty() ? 0 : 1;
 }

@@ -117,7 +117,11 @@ MenuForm::MenuForm(shell::Session& session, shell::Startup& startup,
     for (int i = 1; i <= 5; ++i) {
         auto* b = new QPushButton(this);
         b->setObjectName(QStringLiteral("sk4_menu_%1").arg(i));
-        b->setMinimumSize(160, 90);
+        // As wide as there is room for, up to 160 pixels: on a 150% display the row of entries
+        // still fits the screen.
+        b->setMinimumSize(110, 90);
+        b->setMaximumWidth(160);
+        b->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         entries->addWidget(b);
         connect(b, &QPushButton::clicked, this, [this, i] { menu_.sk4_menu_click(i); });
         sk4_menu_[i] = b;

@@ -53,6 +53,8 @@ AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool edu
     afw_grid_->viewport()->setMouseTracking(true);
     afw_grid_->viewport()->installEventFilter(this);
     afw_grid_->installEventFilter(this);
+    afw_frozen_ = new ui::FrozenColumns(*afw_grid_, kFirstDayCol);
+    afw_frozen_->view().viewport()->installEventFilter(this);
     kode_lys_ = new QListWidget(this);
     kode_lys_->setObjectName(QStringLiteral("kode_lys"));
     kode_lys_->setMaximumWidth(220);
@@ -223,6 +225,7 @@ void AttendanceRegisterForm::refresh() {
         afw_grid_->setCurrentCell(register_.current_row, register_.current_col);
     }
     size_columns();
+    afw_frozen_->update();
 }
 
 void AttendanceRegisterForm::size_columns() {
@@ -307,9 +310,15 @@ void AttendanceRegisterForm::show_options(const QPoint& global) {
 }
 
 bool AttendanceRegisterForm::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == afw_grid_->viewport() && event->type() == QEvent::ContextMenu) {
+    QTableView* under = nullptr;
+    if (watched == afw_grid_->viewport()) {
+        under = afw_grid_;
+    } else if (afw_frozen_ != nullptr && watched == afw_frozen_->view().viewport()) {
+        under = &afw_frozen_->view();
+    }
+    if (under != nullptr && event->type() == QEvent::ContextMenu) {
         auto* e = static_cast<QContextMenuEvent*>(event);
-        const QModelIndex at = afw_grid_->indexAt(e->pos());
+        const QModelIndex at = under->indexAt(e->pos());
         if (at.isValid()) {
             register_.current_row = at.row();
             register_.current_col = at.column();

@@ -8,6 +8,7 @@
 #include <QTableWidget>
 
 #include "attendance/attendance_register.h"
+#include "ui/frozen_columns.h"
 #include "ui/qt_dialogs.h"
 
 namespace korvel::attendance {
@@ -39,6 +40,7 @@ class AttendanceRegisterForm : public QDialog {
     AttendanceRegister register_;
     QListWidget* maand_lys_;
     QTableWidget* afw_grid_;
+    ui::FrozenColumns* afw_frozen_ = nullptr;  // post number and name stay while the days scroll
     QListWidget* kode_lys_;
     QPushButton* calendar_;
     QPushButton* kodes_;

@@ -365,7 +365,8 @@ bool blank_at(const char* bytes, const Field& f) {
 
 class Checker {
   public:
-    explicit Checker(const CheckTree& tree) : t_(tree), fs_(tree.drives) {}
+    Checker(const CheckTree& tree, ui::Progress* progress)
+        : t_(tree), fs_(tree.drives), progress_(progress) {}
 
     std::vector<Finding> run();
 
@@ -389,6 +390,7 @@ class Checker {
 
     const CheckTree& t_;
     FileSystem fs_;
+    ui::Progress* progress_;
     std::vector<Finding> out_;
 
     // Of the master file: every post number it holds (upper case), and the records that closing
@@ -799,7 +801,14 @@ void Checker::check_remarks() {
 }
 
 std::vector<Finding> Checker::run() {
+    int stage = 0;
+    const auto next_stage = [&] {
+        if (progress_ != nullptr) {
+            progress_->step(++stage);
+        }
+    };
     check_staff_files();
+    next_stage();
     for (const Layout* l : {&store::SKL, &store::SKLADD, &store::SKLHB, &store::SKLEPOS,
                             &store::SBP, &store::SBP2018}) {
         const bool present = check_record_file(t_.folders.general_year, *l);
@@ -810,12 +819,16 @@ std::vector<Finding> Checker::run() {
             out.add(0, {}, out.say("die skoollêer ontbreek", "the school file is missing"));
         }
     }
+    next_stage();
     check_locks();
     check_record_file(t_.folders.workstation, store::AUDIT);
+    next_stage();
     check_leftovers();
     check_settings();
+    next_stage();
     check_calendars();
     check_remarks();
+    next_stage();
     return std::move(out_);
 }
 
@@ -923,8 +936,8 @@ std::optional<bool> program_running_here(const QString& program) {
 #endif
 }
 
-std::vector<Finding> check_tree(const CheckTree& tree) {
-    return Checker(tree).run();
+std::vector<Finding> check_tree(const CheckTree& tree, ui::Progress* progress) {
+    return Checker(tree, progress).run();
 }
 
 std::vector<StaleLock> stale_locks(const CheckTree& tree) {

@@ -12,6 +12,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/dialogs.h"
 #include "platform/drive_map.h"
 #include "store/store.h"
 
@@ -52,8 +53,13 @@ std::optional<CheckTree> locate_tree(const platform::DriveMap& drives, const QSt
 // system does not say.
 std::optional<bool> program_running_here(const QString& program);
 
-// The check itself: every finding, file by file in a fixed order.
-std::vector<Finding> check_tree(const CheckTree& tree);
+// The check itself: every finding, file by file in a fixed order. The progress, when given,
+// goes through kCheckStages steps.
+inline constexpr int kCheckStages = 5;
+inline QString check_title(bool afrikaans) {
+    return afrikaans ? QStringLiteral("DATAKONTROLE") : QStringLiteral("DATA CHECK");
+}
+std::vector<Finding> check_tree(const CheckTree& tree, ui::Progress* progress = nullptr);
 
 // A lock older than this many days is stale.
 inline constexpr int kStaleLockDays = 1;

@@ -16,14 +16,17 @@ CheckTree tree_of(const shell::Session& session) {
 }
 
 QWidget* open_data_check(shell::Session& session, QWidget* parent) {
-    const std::vector<Finding> findings = check_tree(tree_of(session));
+    std::vector<Finding> findings;
+    {
+        const std::unique_ptr<ui::Progress> bar =
+            session.dialogs().progress(check_title(session.afrikaans), kCheckStages, false);
+        findings = check_tree(tree_of(session), bar.get());
+    }
     reports::QtPrintTargetHost host(parent);
     reports::PrintJob job(host.job_device(), session.dialogs(), reports::report_school(session),
                           session.afrikaans);
     job.general_year_folder = session.fs().native(session.folders.general_year);
-    reports::QtPrintProgress progress(parent);
-    job.progress = &progress;
-    job.state.report_name = session.ledger_year + session.tr("DATAKONTROLE", "DATA CHECK");
+    job.state.report_name = session.ledger_year + check_title(session.afrikaans);
     if (reports::ask_print_target(job, host, session.fs().native(session.folders.workstation))) {
         print_check_report(job, findings, session.ledger_year);
     }

@@ -85,8 +85,6 @@ void show_print_menu(shell::Session& session, QWidget* parent) {
     PrintJob job(host.job_device(), session.dialogs(), reports::report_school(session),
                  session.afrikaans);
     job.general_year_folder = session.fs().native(session.folders.general_year);
-    QtPrintProgress progress(parent);
-    job.progress = &progress;
     PrintMenu menu(session.afrikaans);
     register_staff_lists(menu, session, job, &host);
     register_attendance_reports(menu, session, job, &host);

@@ -102,8 +102,6 @@ void PrintTarget::druk_wysig_click() {
     fill_device_texts();
     if (job_.device().colour_mode() == 1)
         mark_colour(false);
-    if (job_.progress)
-        job_.progress->set_page(job_.device().page());
 }
 
 void PrintTarget::kies_kleur_click() {
@@ -178,6 +176,8 @@ void PrintTarget::kies_html_click() {
 }
 
 bool ask_print_target(PrintJob& job, PrintTargetHost& host, const QString& workstation_folder) {
+    // A report that ended early leaves its run to the next one to close.
+    job.end_run();
     job.device().end_doc();
     job.state.to_spreadsheet = false;
     job.state.to_html = false;
@@ -190,8 +190,6 @@ bool ask_print_target(PrintJob& job, PrintTargetHost& host, const QString& works
         case PrintTarget::Ending::Print:
         case PrintTarget::Ending::Html:
             job.print_setup();
-            if (job.progress)
-                job.progress->set_page(0);
             job.state.page_pending = true;
             return true;
         case PrintTarget::Ending::Excel:

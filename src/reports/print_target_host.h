@@ -1,6 +1,6 @@
 #pragma once
-// The windowing side of the print target: the kies_drukker form shown modally, the system's
-// print dialog, and the progress form of a print run.
+// The windowing side of the print target: the kies_drukker form shown modally and the system's
+// print dialog.
 
 #include <QPointer>
 #include <memory>
@@ -9,7 +9,6 @@
 #include "reports/print_target.h"
 #include "ui/print_printer_device.h"
 
-class QLabel;
 class QWidget;
 
 namespace korvel::shell {
@@ -39,30 +38,17 @@ class QtPrintTargetHost : public PrintTargetHost {
     std::vector<std::unique_ptr<ui::PreviewPrinterDevice>> previews_;
 };
 
-// The small window that shows what is being printed: heading, printer and page.
+// Nothing: the print run keeps its own page counter (see PrintProgress).
 class QtPrintProgress : public PrintProgress {
   public:
-    explicit QtPrintProgress(QWidget* parent = nullptr);
-    ~QtPrintProgress() override;
-
-    bool visible() const override;
-    void show(const QString& heading, const QString& device_name) override;
-    void set_page(int page) override;
-    void clear() override;
-
-  private:
-    std::unique_ptr<QWidget> window_;
-    QLabel* wdv_opskrif_ = nullptr;
-    QLabel* wdv_drukker_ = nullptr;
-    QLabel* wdv_bladsy_ = nullptr;
+    explicit QtPrintProgress(QWidget* = nullptr) {}
 };
 
 // A report's job for a form that prints: the printer in use behind its preview, the school of
-// the session, the target form and the progress window.
+// the session and the target form.
 struct QtReportJob {
     QtReportJob(shell::Session& session, QWidget* parent);
     QtPrintTargetHost host;
-    QtPrintProgress progress;
     PrintJob job;
 };
 

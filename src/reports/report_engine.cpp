@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <cmath>
 
+#include "reports/recording_device.h"
 #include "shell/helpers.h"
 #include "store/quoted_text.h"
 
@@ -20,6 +21,21 @@ const QString kFooterFont = QStringLiteral("ARIAL");
 int to_whole(double v) {
     return int(std::nearbyint(v));
 }
+
+// Where a stopped print run draws until its report ends: nowhere, and nothing is delivered.
+class StoppedDevice : public RecordingDevice {
+  public:
+    bool delivered() const override { return false; }
+
+  protected:
+    void draw_text(const QString&, double, double) override {}
+    void draw_line(double, double, double, double, int) override {}
+    void draw_filled_box(double, double, double, double, int) override {}
+    void draw_picture(const QImage&, double, double, double, double) override {}
+    void begin_new_page() override {}
+    void finish_doc() override {}
+    void discard_doc() override {}
+};
 
 }  // namespace
 
@@ -54,6 +70,38 @@ bool write_colour_printing(const QString& native_folder, bool colour) {
 PrintJob::PrintJob(PrintDevice& device, ui::Dialogs& dialogs, ReportSchool school_, bool afrikaans_)
     : school(std::move(school_)), afrikaans(afrikaans_), device_(&device), dialogs_(&dialogs) {}
 
+void PrintJob::count_page() {
+    if (stopped())
+        return;
+    PrintDevice& d = device();
+    if (!pages_) {
+        const QString heading = state.report_name.isEmpty()
+                                    ? text(QStringLiteral(" BESIG MET DRUKWERK ... "),
+                                           QStringLiteral(" BUSY WITH PRINTING ... "))
+                                    : state.report_name;
+        pages_ =
+            dialogs().progress(heading.trimmed() + QStringLiteral("\n") + d.device_name(), 0, true);
+    }
+    if (pages_->step(d.page()))
+        return;
+    pages_.reset();
+    d.abandon();
+    stopped_device_ = std::make_unique<StoppedDevice>();
+    stopped_device_->set_scale_mode(d.scale_mode());
+    stopped_device_->set_current_x(d.current_x());
+    stopped_device_->set_current_y(d.current_y());
+    device_before_stop_ = &d;
+    device_ = stopped_device_.get();
+}
+
+void PrintJob::end_run() {
+    pages_.reset();
+    if (stopped()) {
+        device_ = device_before_stop_;
+        stopped_device_.reset();
+    }
+}
+
 QString PrintJob::maker_line() const {
     return text(QStringLiteral(" - Skooladministrasie deur VESPARINE"),
                 QStringLiteral(" - School administration by VESPARINE"));
@@ -63,14 +111,6 @@ void PrintJob::print_setup(const QString& orientation_in, double line_factor) {
     if (state.to_spreadsheet)
         return;
     PrintDevice& d = device();
-    if (progress && !progress->visible()) {
-        progress->show(state.report_name.isEmpty()
-                           ? text(QStringLiteral(" BESIG MET DRUKWERK ... "),
-                                  QStringLiteral(" BUSY WITH PRINTING ... "))
-                           : state.report_name,
-                       d.device_name());
-        progress->set_page(d.page());
-    }
     const QString orientation = orientation_in.isEmpty() ? kPortraitText : orientation_in;
     if (line_factor == 0)
         line_factor = 1;
@@ -192,8 +232,6 @@ void PrintJob::print_page_header(QString& title, QString& subtitle, const QStrin
         if (y_now > 0 || !state.page_pending)
             d.new_page();
         state.page_pending = false;
-        if (progress)
-            progress->set_page(d.page());
 
         if (!no_header) {
             if (!state.letterhead.loaded) {
@@ -279,6 +317,7 @@ void PrintJob::print_page_header(QString& title, QString& subtitle, const QStrin
         }
         d.set_current_x(keep_x);
         d.set_current_y(keep_y);
+        count_page();
     }
     state.page_columns = to_whole(width);
     state.continuation_columns = state.page_columns;
@@ -395,9 +434,13 @@ void PrintJob::finish_report(bool with_footer, bool with_maker_line) {
             }
         }
     }
+    if (stopped()) {
+        end_run();
+        return;  // the user stopped the run: nothing was printed, and nothing more is said
+    }
+    // The counter goes before the document ends: the preview comes up in front.
+    end_run();
     d.end_doc();
-    if (progress)
-        progress->clear();
     const int pages = d.page() - 1;
     if (!d.delivered()) {
         return;  // a preview closed without printing: nothing was printed, and nothing is said
@@ -422,6 +465,7 @@ void PrintJob::print_page_footer(double line_y, bool new_page, bool with_maker_l
     if (new_page) {
         d.new_page();
         d.set_current_y(0);
+        count_page();
     }
 }
 

@@ -32,16 +32,12 @@ struct ReportSchool {
     QImage emblem;  // the department emblem of the province; null: none
 };
 
-// The progress form of a print run: heading, device and page number. A Qt form can stand
-// behind it; without one nothing is shown.
+// Forms once gave a print run a page-counter window of their own; the run now keeps its counter
+// itself (PrintJob). These remain only so that such forms still build until they drop the lines
+// that set `PrintJob::progress`, which nothing reads.
 class PrintProgress {
   public:
     virtual ~PrintProgress() = default;
-    virtual bool visible() const = 0;
-    virtual void show(const QString& heading, const QString& device_name) = 0;
-    virtual void set_page(int page) = 0;
-    // Page label 0, heading empty, animation stopped, form hidden.
-    virtual void clear() = 0;
 };
 
 // One font line of a letterhead's font file: the school name or the address block.
@@ -114,7 +110,7 @@ class PrintJob {
     QString general_year_folder;
     // The clock of the header; the machine's when not set.
     std::function<QDateTime()> clock;
-    PrintProgress* progress = nullptr;
+    PrintProgress* progress = nullptr;  // unused; see PrintProgress
 
     PrintDevice& device() { return *device_; }
     void set_device(PrintDevice& device) { device_ = &device; }
@@ -160,7 +156,16 @@ class PrintJob {
     // The maker's line at the foot of a page.
     QString maker_line() const;
 
+    // The run's page counter is a progress bar through the dialogs that counts the pages as
+    // they start, with a cancel. A stopped run abandons what it printed and goes on to the
+    // report's end on a device that keeps nothing.
+    bool stopped() const { return stopped_device_ != nullptr; }
+    // The counter gone and, after a stop, the job's own device back: the run is over.
+    void end_run();
+
   private:
+    // A page has started: the counter shows it, and a cancel stops the run here.
+    void count_page();
     double round_half(double v) const;
     void clip_right(double& x2) const;
     QDateTime now() const { return clock ? clock() : QDateTime::currentDateTime(); }
@@ -169,6 +174,9 @@ class PrintJob {
     ui::Dialogs* dialogs_;
     std::unique_ptr<Workbook> workbook_;
     bool landscape_ = false;
+    std::unique_ptr<ui::Progress> pages_;
+    std::unique_ptr<PrintDevice> stopped_device_;
+    PrintDevice* device_before_stop_ = nullptr;
 };
 
 // The value centred in the width, filled on both sides; a longer value is cut to the width.

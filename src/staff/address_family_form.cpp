@@ -21,6 +21,7 @@
 #include "staff/banking.h"
 #include "staff/form_boxes.h"
 #include "staff/staff_register.h"
+#include "ui/form_window.h"
 
 namespace korvel::staff {
 
@@ -98,10 +99,12 @@ void show_address_family(AddressFamily& form, QWidget* parent) {
     buttons->addStretch();
     buttons->addWidget(ok);
     buttons->addWidget(exit);
-    auto* layout = new QVBoxLayout(&dialog);
+    const ui::ScrollingBody body = ui::scrolling_body(dialog);
+    auto* layout = new QVBoxLayout(body.fields);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(heading(form.caption, dialog));
     layout->addWidget(data_raam, 1);
-    layout->addLayout(buttons);
+    body.below->addLayout(buttons);
     refresh();
     dialog.exec();
 }

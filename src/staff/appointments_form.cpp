@@ -12,6 +12,7 @@
 #include "staff/appointments.h"
 #include "staff/detail_grid_form.h"
 #include "staff/form_boxes.h"
+#include "ui/form_window.h"
 
 namespace korvel::staff {
 
@@ -103,12 +104,14 @@ void show_appointments(Appointments& form, QWidget* parent) {
     buttons->addStretch();
     buttons->addWidget(grid_ok);
     buttons->addWidget(exit);
-    auto* layout = new QVBoxLayout(&dialog);
+    const ui::ScrollingBody body = ui::scrolling_body(dialog);
+    auto* layout = new QVBoxLayout(body.fields);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(heading(form.caption, dialog));
     layout->addLayout(top);
     layout->addWidget(&grid);
     layout->addWidget(frame);
-    layout->addLayout(buttons);
+    body.below->addLayout(buttons);
     dialog.resize(720, 520);
     refresh();
     dialog.exec();

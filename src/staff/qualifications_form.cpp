@@ -17,6 +17,7 @@
 #include "staff/detail_grid_form.h"
 #include "staff/form_boxes.h"
 #include "staff/qualifications.h"
+#include "ui/form_window.h"
 
 namespace korvel::staff {
 
@@ -187,13 +188,15 @@ void show_qualifications(Qualifications& form, QWidget* parent) {
     buttons->addStretch();
     buttons->addWidget(grid_ok);
     buttons->addWidget(exit);
-    auto* layout = new QVBoxLayout(&dialog);
+    const ui::ScrollingBody body = ui::scrolling_body(dialog);
+    auto* layout = new QVBoxLayout(body.fields);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(heading(form.caption, dialog));
     layout->addWidget(&qualifications);
     layout->addWidget(data_raam);
     layout->addWidget(&subjects);
     layout->addWidget(vak_raam);
-    layout->addLayout(buttons);
+    body.below->addLayout(buttons);
     dialog.resize(820, 640);
     refresh();
     dialog.exec();

@@ -429,13 +429,15 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
         tab_order << b;
     }
     ui::tab_in_order(tab_order);
-    auto* layout = new QVBoxLayout(&dialog);
+    const ui::ScrollingBody body = ui::scrolling_body(dialog);
+    auto* layout = new QVBoxLayout(body.fields);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(person);
     layout->addWidget(box(0));
     layout->addLayout(columns);
     layout->addLayout(options);
     layout->addStretch();
-    layout->addLayout(buttons);
+    body.below->addLayout(buttons);
 
     entry.form_activate();
     refresh();

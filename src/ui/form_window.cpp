@@ -14,7 +14,9 @@
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QScreen>
+#include <QScrollArea>
 #include <QSettings>
+#include <QVBoxLayout>
 #include <QValidator>
 #include <algorithm>
 
@@ -126,7 +128,34 @@ class EnterMovesOn : public QObject {
     QWidget& form_;
 };
 
+// A scroll area that asks for room to show all it holds, and settles for little.
+class FittingScrollArea : public QScrollArea {
+  public:
+    using QScrollArea::QScrollArea;
+    QSize sizeHint() const override {
+        return widget() != nullptr ? widget()->sizeHint().expandedTo(widget()->minimumSizeHint())
+                                   : QScrollArea::sizeHint();
+    }
+    QSize minimumSizeHint() const override {
+        const int line = fontMetrics().height();
+        return {line * 12, line * 6};
+    }
+};
+
 }  // namespace
+
+ScrollingBody scrolling_body(QWidget& form) {
+    auto* outer = new QVBoxLayout(&form);
+    auto* area = new FittingScrollArea(&form);
+    area->setObjectName(QStringLiteral("form_body"));
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);  // Tab goes from field to field, not to the area
+    auto* body = new QWidget(area);
+    area->setWidget(body);
+    outer->addWidget(area, 1);
+    return {body, outer};
+}
 
 bool is_form(const QWidget* w) {
     if (!w->isWindow() || (w->windowType() != Qt::Window && w->windowType() != Qt::Dialog)) {

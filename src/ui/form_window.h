@@ -15,6 +15,7 @@
 #include <QWidget>
 
 class QAbstractButton;
+class QVBoxLayout;
 
 namespace korvel::ui {
 
@@ -44,6 +45,16 @@ void enter_moves_on(QWidget& form);
 // The box takes at most `width` characters; with capitals, the letters a to z become capitals
 // as they are typed (accented letters stay as they are).
 void limit_box(QLineEdit& box, int width, bool capitals = false);
+
+// A form of many fields lays its fields on `fields`, which stands in a scroll area at the top
+// of the form's own layout `below`, where its row of buttons goes. At its natural size the form
+// shows every field; on a small or scaled screen the form shrinks to fit and the fields scroll
+// while the buttons stay in view.
+struct ScrollingBody {
+    QWidget* fields;
+    QVBoxLayout* below;
+};
+ScrollingBody scrolling_body(QWidget& form);
 
 // Tab walks the widgets in this order (the order they stand on the form).
 void tab_in_order(const QList<QWidget*>& widgets);

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFontDialog>
 #include <QGridLayout>
@@ -180,10 +181,16 @@ class Unstoppable : public QObject {
     }
 };
 
+// A job of `total` steps fills the bar; a job that cannot know its length (total 0, a print
+// run counting its pages) shows a running bar with its count under the caption.
 class DialogProgress : public Progress {
   public:
     DialogProgress(QWidget* parent, const QString& caption, int total, bool can_stop)
-        : dialog_(caption, QString(), 0, std::max(total, 1), parent), can_stop_(can_stop) {
+        // Without a text the dialog has no cancel button; one that cannot stop loses it below.
+        : dialog_(caption, QStringLiteral("KANSELLEER / CANCEL"), 0, std::max(total, 0), parent),
+          caption_(caption),
+          counting_(total <= 0),
+          can_stop_(can_stop) {
         dialog_.setWindowTitle(QString::fromLatin1(default_caption));
         dialog_.setWindowModality(Qt::ApplicationModal);
         dialog_.setMinimumDuration(1000);
@@ -193,14 +200,29 @@ class DialogProgress : public Progress {
             dialog_.installEventFilter(new Unstoppable(&dialog_));
         }
         dialog_.setValue(0);
+        clock_.start();
     }
     bool step(int done) override {
-        dialog_.setValue(std::clamp(done, 0, dialog_.maximum()));
+        if (counting_) {
+            // The dialog's own timing needs a share done; a count shows after the same second.
+            dialog_.setLabelText(caption_ + QStringLiteral("\n") + QString::number(done));
+            if (!dialog_.isVisible() && clock_.elapsed() >= dialog_.minimumDuration()) {
+                dialog_.show();
+            }
+            if (dialog_.isVisible()) {
+                QCoreApplication::processEvents();
+            }
+        } else {
+            dialog_.setValue(std::clamp(done, 0, dialog_.maximum()));
+        }
         return !(can_stop_ && dialog_.wasCanceled());
     }
 
   private:
     QProgressDialog dialog_;
+    QString caption_;
+    QElapsedTimer clock_;
+    bool counting_;
     bool can_stop_;
 };
 

@@ -134,7 +134,7 @@ std::unique_ptr<Progress> ScriptedDialogs::progress(const QString& caption, int,
 }
 
 TerminalProgress::TerminalProgress(std::FILE* out, QString caption, int total, int delay_ms)
-    : out_(out), caption_(std::move(caption)), total_(std::max(total, 1)), delay_ms_(delay_ms) {
+    : out_(out), caption_(std::move(caption)), total_(std::max(total, 0)), delay_ms_(delay_ms) {
     clock_.start();
 }
 
@@ -146,13 +146,21 @@ TerminalProgress::~TerminalProgress() {
 }
 
 bool TerminalProgress::step(int done) {
-    const int percent = static_cast<int>(100LL * std::clamp(done, 0, total_) / total_);
-    if (percent == shown_percent_ || clock_.elapsed() < delay_ms_) {
+    // A job without a known length shows its count instead of a share.
+    const int shown = total_ == 0 ? std::max(done, 0)
+                                  : static_cast<int>(100LL * std::clamp(done, 0, total_) / total_);
+    if (shown == shown_percent_ || clock_.elapsed() < delay_ms_) {
         return true;
     }
-    shown_percent_ = percent;
-    const QByteArray caption = caption_.toUtf8();
-    std::fprintf(out_, "\r%s  %3d%%", caption.constData(), percent);
+    shown_percent_ = shown;
+    QString caption = caption_;
+    caption.replace(u'\n', u' ');
+    const QByteArray text = caption.toUtf8();
+    if (total_ == 0) {
+        std::fprintf(out_, "\r%s  %d", text.constData(), shown);
+    } else {
+        std::fprintf(out_, "\r%s  %3d%%", text.constData(), shown);
+    }
     std::fflush(out_);
     return true;
 }

@@ -242,7 +242,10 @@ bool StaffExport::write_workbook(const QString& native_path, QString* error) {
     const QHash<QString, QString> lurits = lurits_numbers(s_.fs(), folder_);
     store::Record& r = s_.working(store::Code::PRSALG);
     lxw_row_t row = 1;
+    const std::unique_ptr<ui::Progress> bar =
+        s_.dialogs().progress(caption, int(personeel_lys.size()), false);
     for (const ExportRow& item : personeel_lys) {
+        bar->step(int(row) - 1);
         s_.read_record(store::Code::PRSALG, item.record);
         admin_titel = item.names;
         QStringList parts;

@@ -253,7 +253,14 @@ void YearEnd::bo_ok_click() {
     }
     const store::SwitchPaths paths = store::switch_paths(target_);
     store::FileOps ops(s_.fs());
-    ops.before_each = file_operation;
+    // Every file copied and record rolled is a step of the bar; a closing half done cannot stop.
+    std::unique_ptr<ui::Progress> bar = s_.dialogs().progress(caption, 0, false);
+    ops.before_each = [&](int n) {
+        if (bar) {
+            bar->step(n);
+        }
+        return !file_operation || file_operation(n);
+    };
     bool built = ops.make_folder(paths.staging);
     if (built && overwriting) {
         // The new target: the from year over what the target held, its attendance gone.
@@ -271,6 +278,7 @@ void YearEnd::bo_ok_click() {
                        ? store::commit_folder_switch(ops, target_, from)
                        : ops.rename(join(paths.staging, kStaffFile), join(target_, kStaffFile));
     }
+    bar.reset();
     if (!switched) {
         // Before the switch nothing of the tree has changed: the new folder goes. A switch
         // that has begun is finished, now or when its folder is next opened.

@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QProcess>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
@@ -368,4 +369,33 @@ TEST_F(MonthOnScreen, AWholeMonthFitsTheScreenAndEscapeLeavesAsTheExitDoes) {
     EXPECT_TRUE(form.isVisible());
     QTest::keyClick(form.months(), Qt::Key_Escape);
     EXPECT_FALSE(form.isVisible());
+}
+
+TEST_F(MonthOnScreen, PostNumberAndNameStayWhileTheDaysScroll) {
+    attendance::AttendanceRegisterForm form(session, true);
+    form.resize(520, 400);  // a narrow screen, or a large font: the days must scroll
+    form.show();
+    emit form.months()->itemDoubleClicked(form.months()->item(2));
+    QTableWidget* grid = form.grid();
+    auto* frozen = grid->findChild<QTableView*>("afw_grid_frozen");
+    ASSERT_NE(frozen, nullptr);
+    QApplication::processEvents();
+    grid->horizontalScrollBar()->setValue(grid->horizontalScrollBar()->maximum());
+    ASSERT_GT(grid->horizontalScrollBar()->value(), 0);
+    QApplication::processEvents();
+
+    const int row = attendance::kFirstStaffRow;
+    const QModelIndex name = grid->model()->index(row, attendance::kColName);
+    const QRect cell = frozen->visualRect(name);
+    EXPECT_TRUE(frozen->isVisible());
+    EXPECT_EQ(frozen->x(), grid->frameWidth());
+    EXPECT_TRUE(frozen->viewport()->rect().contains(cell)) << "the name scrolled away";
+    EXPECT_EQ(frozen->model()->data(name).toString(),
+              grid->item(row, attendance::kColName)->text());
+
+    // A click on a frozen name is a click on the grid.
+    int clicked_col = -1;
+    QObject::connect(grid, &QTableWidget::cellClicked, [&](int, int c) { clicked_col = c; });
+    QTest::mouseClick(frozen->viewport(), Qt::LeftButton, {}, cell.center());
+    EXPECT_EQ(clicked_col, attendance::kColName);
 }

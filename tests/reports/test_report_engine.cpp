@@ -249,37 +249,27 @@ TEST_F(JobFixture, ContinuationMarkStandsEightColumnsFromTheRight) {
     EXPECT_DOUBLE_EQ(mark->x1, (job.state.page_columns - 8) * kCharWidthTwips);
 }
 
-TEST_F(JobFixture, ProgressHookFollowsThePages) {
-    struct Progress : PrintProgress {
-        bool up = false;
-        QString heading, device_name;
-        int page = -1;
-        bool visible() const override { return up; }
-        void show(const QString& h, const QString& d) override {
-            up = true;
-            heading = h;
-            device_name = d;
-        }
-        void set_page(int p) override { page = p; }
-        void clear() override {
-            up = false;
-            heading.clear();
-            page = 0;
-        }
-    } progress;
-    job.progress = &progress;
-    job.state.report_name.clear();
+TEST_F(JobFixture, CancelOnThePageCounterStopsTheRunWithNothingPrinted) {
+    dialogs.stop_at_step(2);
     start();
-    EXPECT_EQ(progress.heading, QStringLiteral(" BESIG MET DRUKWERK ... "));
-    EXPECT_EQ(progress.device_name, QStringLiteral("RECORDER"));
     job.print_page_header(QStringLiteral("LYS"));
     device.set_current_y(20);
     job.state.page_pending = true;
     job.print_page_header(QStringLiteral("LYS"));
-    EXPECT_EQ(progress.page, 2);
+    ASSERT_TRUE(job.stopped());
+    EXPECT_EQ(device.count(Kind::Abandon), 1);
+    const std::size_t drawn = device.calls().size();
+    // The report goes on to its end; nothing reaches the device and nothing is said.
+    job.state.page_pending = true;
+    job.print_page_header(QStringLiteral("LYS"));
+    job.device().print(QStringLiteral("REEL"));
     job.finish_report();
-    EXPECT_FALSE(progress.up);
-    EXPECT_EQ(progress.page, 0);
+    EXPECT_EQ(device.calls().size(), drawn);
+    EXPECT_TRUE(dialogs.texts().isEmpty());
+    EXPECT_EQ(dialogs.progress_shown(), QStringList{QStringLiteral("2026 PERSONEELLYS\nRECORDER")});
+    // The next report of the same job prints again.
+    EXPECT_FALSE(job.stopped());
+    EXPECT_EQ(&job.device(), &device);
 }
 
 TEST_F(JobFixture, ReplayDrawsTheSamePage) {

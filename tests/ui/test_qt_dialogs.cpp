@@ -10,6 +10,7 @@
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
@@ -229,6 +230,26 @@ TEST_F(QtDialogsTest, FontChooserKeepsTheFontAcceptedWithItsEffects) {
     Driver<QFontDialog> cancel([](QFontDialog* dlg) { dlg->reject(); });
     EXPECT_EQ(choose_font_qt(nullptr, start), std::nullopt);
     ASSERT_TRUE(cancel.ran());
+}
+
+TEST(QtDialogsProgress, CancelStopsAJobThatCanStopAndNoOther) {
+    for (const bool can_stop : {true, false}) {
+        QtDialogs dialogs;
+        const std::unique_ptr<Progress> bar = dialogs.progress("2026 STAFF LIST", 0, can_stop);
+        QProgressDialog* shown = nullptr;
+        for (QWidget* w : QApplication::topLevelWidgets()) {
+            if (auto* p = qobject_cast<QProgressDialog*>(w)) {
+                shown = p;
+            }
+        }
+        ASSERT_NE(shown, nullptr);
+        auto* cancel = shown->findChild<QPushButton*>();
+        ASSERT_EQ(cancel != nullptr, can_stop);
+        if (cancel != nullptr) {
+            cancel->click();
+        }
+        EXPECT_EQ(bar->step(1), !can_stop) << can_stop;
+    }
 }
 
 }  // namespace

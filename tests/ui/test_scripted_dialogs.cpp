@@ -51,6 +51,22 @@ TEST(TerminalProgress, RewritesOneLineAsThePercentMovesAndEndsIt) {
     EXPECT_TRUE(text.endsWith("\rLoading  100%\n"));
 }
 
+TEST(TerminalProgress, AJobWithoutALengthCountsItsStepsOnOneLine) {
+    std::FILE* out = std::tmpfile();
+    {
+        TerminalProgress bar(out, "2026 STAFF LIST\nPDF", 0, 0);
+        for (int page : {1, 2, 2}) {
+            bar.step(page);
+        }
+    }
+    std::rewind(out);
+    char buffer[256] = {};
+    const std::size_t n = std::fread(buffer, 1, sizeof buffer - 1, out);
+    std::fclose(out);
+    EXPECT_EQ(QString::fromUtf8(buffer, static_cast<qsizetype>(n)),
+              "\r2026 STAFF LIST PDF  1\r2026 STAFF LIST PDF  2\n");
+}
+
 TEST(TerminalProgress, AShortJobPrintsNothing) {
     std::FILE* out = std::tmpfile();
     {
