@@ -1,5 +1,7 @@
 #include "shell/main_menu.h"
 
+#include <QDateTime>
+
 #include "platform/codepage.h"
 #include "platform/process_end.h"
 #include "platform/winpath.h"
@@ -170,9 +172,16 @@ void MainMenu::tab_undo_click() {
             ui::Icon::Critical);
         return;
     }
+    // The data files leave the staff folder, but into a dated folder below save rather than
+    // away: the tables of save convert only the files they hold, and the rest would be lost.
+    const QString kept = join(save, QDateTime::currentDateTime().toString(
+                                        QStringLiteral("'voor herstel' yyyy-MM-dd hh.mm.ss")));
     for (const QString& name : s_.fs().file_names(s_.folders.staff)) {
         if (name.toUpper().contains(QStringLiteral(".TXT"))) {
-            s_.fs().delete_file(join(s_.folders.staff, name));
+            const QString file = join(s_.folders.staff, name);
+            if (s_.fs().create_folder(kept) && s_.fs().copy_file(file, join(kept, name))) {
+                s_.fs().delete_file(file);
+            }
         }
     }
     for (const QString& name : s_.fs().file_names(save)) {

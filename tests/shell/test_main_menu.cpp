@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include "platform/process_end.h"
@@ -130,6 +132,14 @@ TEST(MainMenu, UndoConversionEmptiesTheStaffFolderAndTheNextOpenConvertsAgain) {
     EXPECT_TRUE(m.session.fs().file_exists(staff + "\\s_b_prs.dbf"));
     EXPECT_FALSE(m.session.fs().file_exists(staff + "\\sbp_random.txt"));
     EXPECT_EQ(m.session.count(store::Code::PRSALG), 0);
+    // What left the staff folder is kept below save.
+    const QStringList kept =
+        QDir(m.session.fs().native(staff + "\\save")).entryList({"voor herstel *"}, QDir::Dirs);
+    ASSERT_EQ(kept.size(), 1);
+    EXPECT_EQ(
+        QFileInfo(m.session.fs().native(staff + "\\save\\" + kept.first() + "\\prs_alg_random.txt"))
+            .size(),
+        40 * store::PRSALG.record_length);
     ASSERT_TRUE(m.session.open_suite_file("SBP", staff));
     EXPECT_EQ(m.session.count(store::Code::SBP), 1);
 }
