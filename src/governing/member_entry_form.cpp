@@ -9,6 +9,7 @@
 #include <QListWidget>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <type_traits>
 
 #include "governing/member_entry.h"
 #include "governing/member_register_form.h"
@@ -180,10 +181,27 @@ void show_entry(MemberEntry& entry, QWidget* parent) {
     on_click(
         staff_exit, [&] { entry.staff_exit_click(); }, refresh);
 
+    // Two columns of fields, so that the whole record shows at once on a 1366x768 screen; Tab
+    // still runs down the first column, then the second.
     auto* grid = new QGridLayout;
-    int row = 0;
-    grid->addWidget(labels[kLabelType], row, 0);
-    grid->addWidget(choices[0], row++, 1);
+    grid->setHorizontalSpacing(12);
+    grid->setColumnMinimumWidth(2, 24);
+    constexpr int kRowsPerColumn = 14;
+    int slot = 0;
+    const auto place = [&](QWidget* label, auto* item) {
+        const int r = slot % kRowsPerColumn;
+        const int c = (slot / kRowsPerColumn) * 3;
+        ++slot;
+        if (label != nullptr) {
+            grid->addWidget(label, r, c);
+        }
+        if constexpr (std::is_base_of_v<QLayout, std::remove_pointer_t<decltype(item)>>) {
+            grid->addLayout(item, r, c + 1);
+        } else {
+            grid->addWidget(item, r, c + 1);
+        }
+    };
+    place(labels[kLabelType], choices[0]);
     for (const int b : kBoxOrder) {
         if (b == 18 || b == 20 || b == 22) {
             continue;  // beside its code
@@ -196,22 +214,18 @@ void show_entry(MemberEntry& entry, QWidget* parent) {
         if (const std::optional<EntryList> which = MemberEntry::list_of_box(b)) {
             line->addWidget(lists[static_cast<std::size_t>(*which)]);
         }
-        grid->addWidget(labels[static_cast<std::size_t>(member_label_of_box(b))], row, 0);
-        grid->addLayout(line, row++, 1);
+        place(labels[static_cast<std::size_t>(member_label_of_box(b))], line);
         if (b == 3) {
             auto* g = new QHBoxLayout;
             g->addWidget(gender[0]);
             g->addWidget(gender[1]);
             g->addWidget(sa_burger);
-            grid->addWidget(labels[kLabelGender], row, 0);
-            grid->addLayout(g, row++, 1);
+            place(labels[kLabelGender], g);
         }
     }
-    grid->addWidget(labels[kLabelEducation], row, 0);
-    grid->addWidget(choices[1], row++, 1);
-    grid->addWidget(bl_aktief, row++, 1);
-    grid->addWidget(labels[kLabelCapacity], row, 0);
-    grid->addWidget(choices[2], row++, 1);
+    place(labels[kLabelEducation], choices[1]);
+    place(nullptr, bl_aktief);
+    place(labels[kLabelCapacity], choices[2]);
     labels[kLabelCitizen]->hide();
     labels[kLabelActive]->hide();
     auto* buttons = new QHBoxLayout;
