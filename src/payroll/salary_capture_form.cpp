@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QStyle>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -61,6 +62,9 @@ QTableWidget* staff_table(QWidget* parent, const QString& format,
     if (!id_column)
         t->setColumnHidden(2, true);
     t->resizeColumnsToContents();
+    // The list shows its columns whole; the form grows rather than hide the dates.
+    t->setMinimumWidth(t->horizontalHeader()->length() + t->verticalHeader()->width() +
+                       2 * t->frameWidth() + t->style()->pixelMetric(QStyle::PM_ScrollBarExtent));
     return t;
 }
 
@@ -87,6 +91,7 @@ void show_salary_capture(SalaryCapture& f, QWidget* parent) {
     auto* months = new QListWidget(frame);
     months->setObjectName(QStringLiteral("maand_lys"));
     months->addItems(f.maand_lys);
+    months->setMinimumWidth(months->sizeHintForColumn(0) + 2 * months->frameWidth() + 8);
     form->addWidget(months, 0, 4, 5, 1);
     std::array<QLineEdit*, 7> ink{}, uit{};
     std::array<QLineEdit*, 4> ink_var{}, uit_var{};
@@ -104,11 +109,16 @@ void show_salary_capture(SalaryCapture& f, QWidget* parent) {
             }
             auto* box = new QLineEdit(frame);
             box->setAlignment(Qt::AlignRight);
+            box->setMinimumWidth(
+                box->fontMetrics().horizontalAdvance(QStringLiteral("9999999.99")) +
+                16);  // a month's amount shows whole
             (side == 1 ? ink : uit)[size_t(i)] = box;
             form->addWidget(label, first + i, side == 1 ? 0 : 2);
             form->addWidget(box, first + i, side == 1 ? 1 : 3);
         }
     }
+    form->setColumnStretch(1, 1);  // the earnings as wide as the deductions
+    form->setColumnStretch(3, 1);
     auto* ink_total = new QLabel(frame);
     auto* uit_total = new QLabel(frame);
     auto* nett = new QLabel(frame);
