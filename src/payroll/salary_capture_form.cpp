@@ -9,6 +9,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -16,6 +17,7 @@
 #include <QStyle>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <functional>
 
 #include "payroll/pay_slips.h"
 #include "payroll/salary_capture.h"
@@ -67,6 +69,33 @@ QTableWidget* staff_table(QWidget* parent, const QString& format,
                        2 * t->frameWidth() + t->style()->pixelMetric(QStyle::PM_ScrollBarExtent));
     return t;
 }
+
+// Enter on a list does what a double click on its current row does.
+class EnterOpens : public QObject {
+  public:
+    EnterOpens(QAbstractItemView& view, std::function<void()> open)
+        : view_(view), open_(std::move(open)) {
+        view_.installEventFilter(this);
+    }
+    ~EnterOpens() override { view_.removeEventFilter(this); }
+
+  protected:
+    bool eventFilter(QObject*, QEvent* e) override {
+        if (e->type() != QEvent::KeyPress) {
+            return false;
+        }
+        const int key = static_cast<QKeyEvent*>(e)->key();
+        if ((key != Qt::Key_Return && key != Qt::Key_Enter) || !view_.currentIndex().isValid()) {
+            return false;
+        }
+        open_();
+        return true;
+    }
+
+  private:
+    QAbstractItemView& view_;
+    std::function<void()> open_;
+};
 
 void show_salary_capture(SalaryCapture& f, QWidget* parent) {
     QDialog dialog(parent);
@@ -215,14 +244,21 @@ void show_salary_capture(SalaryCapture& f, QWidget* parent) {
         bind(ink_var[size_t(i)], &f.ink_var_teks[size_t(i)], false);
         bind(uit_var[size_t(i)], &f.uit_var_teks[size_t(i)], false);
     }
-    QObject::connect(grid, &QTableWidget::cellDoubleClicked, &dialog, [&](int row, int) {
+    // A double click or Enter on a row opens the person; on a month, chooses it.
+    const auto open_person = [&](int row) {
         f.prs_grid_dbl_click(row);
         show();
-    });
-    QObject::connect(months, &QListWidget::itemDoubleClicked, &dialog, [&](QListWidgetItem* item) {
-        f.maand_lys_dbl_click(months->row(item));
+    };
+    const auto choose_month = [&](int row) {
+        f.maand_lys_dbl_click(row);
         show();
-    });
+    };
+    QObject::connect(grid, &QTableWidget::cellDoubleClicked, &dialog,
+                     [&](int row, int) { open_person(row); });
+    QObject::connect(months, &QListWidget::itemDoubleClicked, &dialog,
+                     [&](QListWidgetItem* item) { choose_month(months->row(item)); });
+    EnterOpens grid_enter(*grid, [&] { open_person(grid->currentRow()); });
+    EnterOpens month_enter(*months, [&] { choose_month(months->currentRow()); });
     QObject::connect(ok, &QPushButton::clicked, &dialog, [&] {
         f.data_ok_click();
         show();

@@ -79,9 +79,14 @@ TEST_F(PayrollFormsTest, MonthTypedThroughTheFormIsStored) {
     SalaryCapture form(tree.session);
     form.form_load();
     show(form, [](QDialog* d) {
-        emit child<QTableWidget>(d, "prs_grid")->cellDoubleClicked(0, 0);
+        // From the keyboard: Enter on the person, then on the month.
+        auto* grid = child<QTableWidget>(d, "prs_grid");
+        grid->setFocus();
+        grid->setCurrentCell(0, 1);
+        QTest::keyClick(grid, Qt::Key_Return);
         auto* months = child<QListWidget>(d, "maand_lys");
-        emit months->itemDoubleClicked(months->item(2));
+        months->setCurrentRow(2);
+        QTest::keyClick(months, Qt::Key_Return);
         EXPECT_EQ(type_and_enter(d, "ink_data_1", "1234.50"), "ink_data_2");
         // Enter goes down the deductions, through a free line's label.
         EXPECT_EQ(type_and_enter(d, "uit_data_3", "300"), "uit_var_teks_1");
