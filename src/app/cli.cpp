@@ -9,13 +9,14 @@
 #include "app/cli_members.h"
 #include "app/cli_subjects.h"
 #include "app/cli_yearend.h"
-#include "payroll/payroll_cli.h"
 #include "attendance/cli_attendance.h"
+#include "payroll/payroll_cli.h"
 #include "platform/executable.h"
 #include "platform/process_end.h"
-#include "reports/cli_print.h"
 #include "reports/blank_forms_cli.h"
+#include "reports/cli_print.h"
 #include "reports/cli_print_lists.h"
+#include "reports/command_line.h"
 #include "shell/demo_tree.h"
 #include "shell/session.h"
 #include "shell/startup.h"
@@ -27,6 +28,11 @@ namespace korvel::app {
 
 namespace {
 
+#define KORVEL_INFO_USAGE                                                                   \
+    "  info [--drive X:=DIR ...] [--lang af|en]\n"                                          \
+    "      runs the start-up unattended and prints the folders, ledger year, language and " \
+    "school\n"
+
 const char* const kUsage =
     "usage: korvel-cli COMMAND [ARGS]\n"
     "\n"
@@ -36,10 +42,8 @@ const char* const kUsage =
     "      writes the demo data tree below DIR (drive C: of the suite)\n"
     "  compact --folder DIR\n"
     "      compacts the staff files of DIR, as closing the register does; while another\n"
-    "      process compacts them it says \"compaction skipped: ...\" and changes nothing\n"
-    "  info [--drive X:=DIR ...]\n"
-    "      runs the start-up unattended and prints the folders, ledger year, language and "
-    "school\n" KORVEL_CHECK_USAGE KORVEL_YEAREND_USAGE;
+    "      process compacts them it says \"compaction skipped: ...\" and changes "
+    "nothing\n" KORVEL_INFO_USAGE KORVEL_CHECK_USAGE KORVEL_YEAREND_USAGE;
 
 // The value after an option ("--folder DIR"); blank when the option is absent.
 QString option(const QStringList& args, const QString& name) {
@@ -153,27 +157,15 @@ int compact(const QStringList& args, QTextStream& out, QTextStream& err) {
 }
 
 int info(const QStringList& args, QTextStream& out, QTextStream& err) {
-    platform::DriveMap drives = platform::DriveMap::from_environment();
-    for (qsizetype i = 1; i < args.size(); ++i) {
-        if (args.at(i) == u"--drive" && i + 1 < args.size()) {
-            const QStringList bad = drives.read_config(args.at(++i));
-            if (!bad.isEmpty()) {
-                err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
-                return 2;
-            }
-        } else {
-            err << kUsage << reports::kPrintUsage;
-            return 2;
-        }
+    const auto o = reports::CommandLine::read(args, 1, {}, {}, KORVEL_INFO_USAGE, err);
+    if (!o || !o->words.isEmpty()) {
+        return o ? reports::usage_fault(KORVEL_INFO_USAGE, err) : 2;
     }
-    ui::UnattendedDialogs dialogs;
-    shell::Session session(dialogs, drives);
-    session.executable_path = platform::executable_windows_path(drives);
-    session.afrikaans = false;
-    shell::Startup startup(session);
-    if (!startup.run_unattended()) {
+    reports::UnattendedRun run(o->drives);
+    if (!run.start(o->afrikaans)) {
         return 1;
     }
+    const shell::Session& session = run.session;
     const store::Folders& f = session.folders;
     const std::pair<const char*, QString> rows[] = {
         {"executable", session.executable_path},
@@ -209,12 +201,11 @@ int info(const QStringList& args, QTextStream& out, QTextStream& err) {
 
 int run_cli(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (args.isEmpty() || args.first() == u"--help" || args.first() == u"help") {
-        (args.isEmpty() ? err : out) << kUsage << kSubjectsListUsage << kSubjectsRebuildUsage
-                                     << kMembersUsage << kImportLuritsUsage
-                                     << reports::kPrintUsage << reports::kFormListsPrintUsage
-                                     << reports::kBlankFormsUsage
-                                     << payroll::kPayrollPrintUsage
-                                     << attendance::kAttendancePrintUsage;
+        (args.isEmpty() ? err : out)
+            << kUsage << kSubjectsListUsage << kSubjectsRebuildUsage << kMembersUsage
+            << kImportLuritsUsage << reports::kPrintUsage << reports::kFormListsPrintUsage
+            << reports::kBlankFormsUsage << payroll::kPayrollPrintUsage
+            << attendance::kAttendancePrintUsage;
         return args.isEmpty() ? 2 : 0;
     }
     try {

@@ -6,6 +6,7 @@
 
 #include "check/data_check.h"
 #include "check/data_repair.h"
+#include "reports/command_line.h"
 #include "ui/scripted_dialogs.h"
 
 namespace korvel::app {
@@ -39,34 +40,19 @@ void print_findings(const std::vector<check::Finding>& findings, bool json, QTex
 }  // namespace
 
 int check_command(const QStringList& args, QTextStream& out, QTextStream& err) {
-    platform::DriveMap drives = platform::DriveMap::from_environment();
-    QString year;
-    QString format = QStringLiteral("text");
-    bool repair = false;
-    bool afrikaans = false;
-    for (qsizetype i = 1; i < args.size(); ++i) {
-        const QString& a = args.at(i);
-        const bool has_value = i + 1 < args.size();
-        if (a == u"--drive" && has_value) {
-            const QStringList bad = drives.read_config(args.at(++i));
-            if (!bad.isEmpty()) {
-                err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
-                return 2;
-            }
-        } else if (a == u"--year" && has_value) {
-            year = args.at(++i);
-        } else if (a == u"--format" && has_value &&
-                   (args.at(i + 1) == u"text" || args.at(i + 1) == u"json")) {
-            format = args.at(++i);
-        } else if (a == u"--lang" && has_value &&
-                   (args.at(i + 1) == u"af" || args.at(i + 1) == u"en")) {
-            afrikaans = args.at(++i) == u"af";
-        } else if (a == u"--repair") {
-            repair = true;
-        } else {
-            err << "usage: korvel-cli\n" << kCheckUsage;
-            return 2;
-        }
+    const auto o =
+        reports::CommandLine::read(args, 1, {QStringLiteral("--year"), QStringLiteral("--format")},
+                                   {QStringLiteral("--repair")}, kCheckUsage, err);
+    if (!o) {
+        return 2;
+    }
+    const QString year = o->values.value(QStringLiteral("--year"));
+    const QString format = o->values.value(QStringLiteral("--format"), QStringLiteral("text"));
+    const bool repair = !o->flags.isEmpty();
+    const bool afrikaans = o->afrikaans.value_or(false);
+    const platform::DriveMap& drives = o->drives;
+    if ((format != u"text" && format != u"json") || !o->words.isEmpty()) {
+        return reports::usage_fault(kCheckUsage, err);
     }
     QString error;
     std::optional<check::CheckTree> tree = check::locate_tree(drives, year, &error);

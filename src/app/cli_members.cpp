@@ -5,10 +5,7 @@
 
 #include "app/cli_subjects.h"
 #include "governing/member_register.h"
-#include "platform/drive_map.h"
-#include "platform/executable.h"
-#include "shell/session.h"
-#include "shell/startup.h"
+#include "reports/command_line.h"
 #include "staff/lurits_import.h"
 #include "ui/scripted_dialogs.h"
 
@@ -16,43 +13,23 @@ namespace korvel::app {
 
 int members_command(const QStringList& args, QTextStream& out, QTextStream& err) {
     const QString job = args.value(1);
-    platform::DriveMap drives = platform::DriveMap::from_environment();
-    std::optional<bool> afrikaans;
-    QStringList posts;
-    for (qsizetype i = 2; i < args.size(); ++i) {
-        const QString& a = args.at(i);
-        if (a == u"--drive" && i + 1 < args.size()) {
-            const QStringList bad = drives.read_config(args.at(++i));
-            if (!bad.isEmpty()) {
-                err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
-                return 2;
-            }
-        } else if (a == u"--lang" && i + 1 < args.size() &&
-                   (args.at(i + 1) == u"af" || args.at(i + 1) == u"en")) {
-            afrikaans = args.at(++i) == u"af";
-        } else if (job == u"from-staff" && !a.startsWith(u"--")) {
-            posts << a.trimmed();
-        } else {
-            err << "usage: korvel-cli COMMAND [ARGS]\n\n" << kMembersUsage;
-            return 2;
-        }
-    }
-    if ((job != u"list" && job != u"from-staff" && job != u"close") ||
-        (job == u"from-staff" && posts.isEmpty())) {
-        err << "usage: korvel-cli COMMAND [ARGS]\n\n" << kMembersUsage;
+    const auto o = reports::CommandLine::read(args, 2, {}, {}, kMembersUsage, err);
+    if (!o) {
         return 2;
     }
-    ui::UnattendedDialogs dialogs;
-    shell::Session session(dialogs, drives);
-    session.executable_path = platform::executable_windows_path(drives);
-    session.afrikaans = false;
-    shell::Startup startup(session);
-    if (!startup.run_unattended()) {
+    QStringList posts;
+    for (const QString& w : o->words) {
+        posts << w.trimmed();
+    }
+    if ((job != u"list" && job != u"from-staff" && job != u"close") ||
+        (job == u"from-staff") == posts.isEmpty()) {
+        return reports::usage_fault(kMembersUsage, err);
+    }
+    reports::UnattendedRun run(o->drives);
+    if (!run.start(o->afrikaans)) {
         return 1;
     }
-    if (afrikaans) {
-        session.afrikaans = *afrikaans;
-    }
+    shell::Session& session = run.session;
     governing::MemberRegister reg(session);
     if (job == u"close") {
         QString why;
@@ -119,38 +96,21 @@ class ImportAnswers : public ui::UnattendedDialogs {
 }  // namespace
 
 int import_lurits_command(const QStringList& args, QTextStream& out, QTextStream& err) {
-    platform::DriveMap drives = platform::DriveMap::from_environment();
-    bool yes = false;
-    QString file;
-    for (qsizetype i = 1; i < args.size(); ++i) {
-        const QString& a = args.at(i);
-        if (a == u"--yes") {
-            yes = true;
-        } else if (a == u"--drive" && i + 1 < args.size()) {
-            const QStringList bad = drives.read_config(args.at(++i));
-            if (!bad.isEmpty()) {
-                err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
-                return 2;
-            }
-        } else if (file.isEmpty() && !a.startsWith(u"--")) {
-            file = QFileInfo(a).absoluteFilePath();
-        } else {
-            err << "usage: korvel-cli COMMAND [ARGS]\n\n" << kImportLuritsUsage;
-            return 2;
-        }
-    }
-    if (file.isEmpty()) {
-        err << "usage: korvel-cli COMMAND [ARGS]\n\n" << kImportLuritsUsage;
+    const auto o =
+        reports::CommandLine::read(args, 1, {}, {QStringLiteral("--yes")}, kImportLuritsUsage, err);
+    if (!o) {
         return 2;
     }
-    ui::UnattendedDialogs start_answers;
-    shell::Session session(start_answers, drives);
-    session.executable_path = platform::executable_windows_path(drives);
-    session.afrikaans = false;
-    shell::Startup startup(session);
-    if (!startup.run_unattended()) {
+    if (o->words.size() != 1) {
+        return reports::usage_fault(kImportLuritsUsage, err);
+    }
+    const bool yes = !o->flags.isEmpty();
+    const QString file = QFileInfo(o->words.first()).absoluteFilePath();
+    reports::UnattendedRun run(o->drives);
+    if (!run.start(o->afrikaans)) {
         return 1;
     }
+    shell::Session& session = run.session;
     ImportAnswers answers(yes, QDir::toNativeSeparators(file));
     session.set_dialogs(answers);
     const int added = staff::import_lurits_staff(session);

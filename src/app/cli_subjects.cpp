@@ -1,9 +1,6 @@
 #include "app/cli_subjects.h"
 
-#include "platform/drive_map.h"
-#include "platform/executable.h"
-#include "shell/session.h"
-#include "shell/startup.h"
+#include "reports/command_line.h"
 #include "staff/staff_subjects.h"
 #include "staff/subject_codes.h"
 #include "ui/scripted_dialogs.h"
@@ -22,33 +19,16 @@ QString csv_field(const QString& value) {
 }
 
 int subjects_list(const QStringList& args, QTextStream& out, QTextStream& err) {
-    platform::DriveMap drives = platform::DriveMap::from_environment();
-    std::optional<bool> afrikaans;
-    for (qsizetype i = 2; i < args.size(); ++i) {
-        const QString& a = args.at(i);
-        if (a == u"--drive" && i + 1 < args.size()) {
-            const QStringList bad = drives.read_config(args.at(++i));
-            if (!bad.isEmpty()) {
-                err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
-                return 2;
-            }
-        } else if (a == u"--lang" && i + 1 < args.size() &&
-                   (args.at(i + 1) == u"af" || args.at(i + 1) == u"en")) {
-            afrikaans = args.at(++i) == u"af";
-        } else {
-            err << "usage: korvel-cli\n" << kSubjectsListUsage;
-            return 2;
-        }
+    const auto o = reports::CommandLine::read(args, 2, {}, {}, kSubjectsListUsage, err);
+    if (!o || !o->words.isEmpty()) {
+        return o ? reports::usage_fault(kSubjectsListUsage, err) : 2;
     }
-    ui::UnattendedDialogs dialogs;
-    shell::Session session(dialogs, drives);
-    session.executable_path = platform::executable_windows_path(drives);
-    session.afrikaans = false;
-    shell::Startup startup(session);
-    if (!startup.run_unattended()) {
+    reports::UnattendedRun run(o->drives);
+    if (!run.start(o->afrikaans)) {
         return 1;
     }
-    const bool af = afrikaans.value_or(session.afrikaans);
+    shell::Session& session = run.session;
+    const bool af = session.afrikaans;
     const staff::SubjectCodes codes = staff::SubjectCodes::load(session);
     for (const staff::SubjectCode& c : codes.rows()) {
         out << csv_field(c.code) << ',' << csv_field(c.grade) << ',' << csv_field(c.name(af))
@@ -77,30 +57,17 @@ class RebuildAnswers : public ui::UnattendedDialogs {
 }  // namespace
 
 int subjects_rebuild(const QStringList& args, QTextStream& out, QTextStream& err) {
-    platform::DriveMap drives = platform::DriveMap::from_environment();
-    bool recreate = false;
-    for (qsizetype i = 2; i < args.size(); ++i) {
-        if (args.at(i) == u"--recreate") {
-            recreate = true;
-        } else if (args.at(i) == u"--drive" && i + 1 < args.size()) {
-            const QStringList bad = drives.read_config(args.at(++i));
-            if (!bad.isEmpty()) {
-                err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
-                return 2;
-            }
-        } else {
-            err << "usage: korvel-cli COMMAND [ARGS]\n\n" << kSubjectsRebuildUsage;
-            return 2;
-        }
+    const auto line = reports::CommandLine::read(args, 2, {}, {QStringLiteral("--recreate")},
+                                                 kSubjectsRebuildUsage, err);
+    if (!line || !line->words.isEmpty()) {
+        return line ? reports::usage_fault(kSubjectsRebuildUsage, err) : 2;
     }
-    ui::UnattendedDialogs start_answers;
-    shell::Session session(start_answers, drives);
-    session.executable_path = platform::executable_windows_path(drives);
-    session.afrikaans = false;
-    shell::Startup startup(session);
-    if (!startup.run_unattended()) {
+    const bool recreate = !line->flags.isEmpty();
+    reports::UnattendedRun run(line->drives);
+    if (!run.start(line->afrikaans)) {
         return 1;
     }
+    shell::Session& session = run.session;
     RebuildAnswers answers(recreate);
     session.set_dialogs(answers);
     staff::DbfLearnerSubjects learners(session);

@@ -5,95 +5,30 @@
 #include <optional>
 #include <span>
 
-#include "platform/executable.h"
+#include "reports/command_line.h"
 #include "shell/folders.h"
 #include "shell/main_menu.h"
-#include "shell/startup.h"
 #include "store/upgrades.h"
-#include "ui/scripted_dialogs.h"
 #include "yearend/staff_export.h"
 #include "yearend/year_choice.h"
 #include "yearend/year_end.h"
 
 namespace korvel::app {
 
-namespace {
-
-// The options the year commands share, and their own ("--from" takes a value, "--append"
-// none).
-struct YearOptions {
-    platform::DriveMap drives = platform::DriveMap::from_environment();
-    std::optional<bool> afrikaans;
-    QMap<QString, QString> values;
-    QStringList flags;
-    QStringList words;  // what stands without an option
-};
-
-std::optional<YearOptions> read_options(const QStringList& args, const QStringList& with_value,
-                                        const QStringList& flags, QTextStream& err) {
-    YearOptions o;
-    for (qsizetype i = 1; i < args.size(); ++i) {
-        const QString& a = args.at(i);
-        const bool has_value = i + 1 < args.size();
-        if (a == u"--drive" && has_value) {
-            const QStringList bad = o.drives.read_config(args.at(++i));
-            if (!bad.isEmpty()) {
-                err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
-                return std::nullopt;
-            }
-        } else if (a == u"--lang" && has_value &&
-                   (args.at(i + 1) == u"af" || args.at(i + 1) == u"en")) {
-            o.afrikaans = args.at(++i) == u"af";
-        } else if (with_value.contains(a) && has_value) {
-            o.values[a] = args.at(++i);
-        } else if (flags.contains(a)) {
-            o.flags << a;
-        } else if (!a.startsWith(QStringLiteral("--"))) {
-            o.words << a;
-        } else {
-            err << "usage: korvel-cli\n" << kYearEndUsage;
-            return std::nullopt;
-        }
-    }
-    return o;
-}
-
-// The start-up without a window, in the language asked for.
-struct Unattended {
-    explicit Unattended(const YearOptions& o) : session(dialogs, o.drives), startup(session) {
-        session.executable_path = platform::executable_windows_path(o.drives);
-        session.afrikaans = false;
-    }
-    bool start(const YearOptions& o) {
-        if (!startup.run_unattended()) {
-            return false;
-        }
-        if (o.afrikaans) {
-            session.afrikaans = *o.afrikaans;
-        }
-        return true;
-    }
-    ui::UnattendedDialogs dialogs;
-    shell::Session session;
-    shell::Startup startup;
-};
-
-}  // namespace
-
 int year_end_command(const QStringList& args, QTextStream& out, QTextStream& err) {
-    const auto o = read_options(args, {QStringLiteral("--from"), QStringLiteral("--to")},
-                                {QStringLiteral("--overwrite"), QStringLiteral("--append")}, err);
+    const auto o = reports::CommandLine::read(
+        args, 1, {QStringLiteral("--from"), QStringLiteral("--to")},
+        {QStringLiteral("--overwrite"), QStringLiteral("--append")}, kYearEndUsage, err);
     if (!o) {
         return 2;
     }
     const QString from = o->values.value(QStringLiteral("--from"));
     if (!shell::is_year_text(from) || !o->values.contains(QStringLiteral("--to")) ||
         o->flags.size() > 1 || !o->words.isEmpty()) {
-        err << "usage: korvel-cli\n" << kYearEndUsage;
-        return 2;
+        return reports::usage_fault(kYearEndUsage, err);
     }
-    Unattended run(*o);
-    if (!run.start(*o)) {
+    reports::UnattendedRun run(o->drives);
+    if (!run.start(o->afrikaans)) {
         return 1;
     }
     shell::Session& s = run.session;
@@ -125,17 +60,16 @@ int year_end_command(const QStringList& args, QTextStream& out, QTextStream& err
 }
 
 int use_year_command(const QStringList& args, QTextStream& out, QTextStream& err) {
-    const auto o = read_options(args, {}, {}, err);
+    const auto o = reports::CommandLine::read(args, 1, {}, {}, kYearEndUsage, err);
     if (!o) {
         return 2;
     }
     if (o->words.size() != 1 ||
         (!shell::is_year_text(o->words.first()) && o->words.first() != u"0")) {
-        err << "usage: korvel-cli\n" << kYearEndUsage;
-        return 2;
+        return reports::usage_fault(kYearEndUsage, err);
     }
-    Unattended run(*o);
-    if (!run.start(*o)) {
+    reports::UnattendedRun run(o->drives);
+    if (!run.start(o->afrikaans)) {
         return 1;
     }
     shell::MainMenu menu(run.session, run.startup);
@@ -149,9 +83,9 @@ int use_year_command(const QStringList& args, QTextStream& out, QTextStream& err
 }
 
 int export_command(const QStringList& args, QTextStream& out, QTextStream& err) {
-    const auto o = read_options(
-        args, {QStringLiteral("--year"), QStringLiteral("--fields"), QStringLiteral("--xlsx")}, {},
-        err);
+    const auto o = reports::CommandLine::read(
+        args, 1, {QStringLiteral("--year"), QStringLiteral("--fields"), QStringLiteral("--xlsx")},
+        {}, kYearEndUsage, err);
     if (!o) {
         return 2;
     }
@@ -160,11 +94,10 @@ int export_command(const QStringList& args, QTextStream& out, QTextStream& err) 
     const QStringList wanted = o->values.value(QStringLiteral("--fields")).split(u',');
     if (!shell::is_year_text(year) || file.isEmpty() || wanted.join(QString()).isEmpty() ||
         !o->words.isEmpty()) {
-        err << "usage: korvel-cli\n" << kYearEndUsage;
-        return 2;
+        return reports::usage_fault(kYearEndUsage, err);
     }
-    Unattended run(*o);
-    if (!run.start(*o)) {
+    reports::UnattendedRun run(o->drives);
+    if (!run.start(o->afrikaans)) {
         return 1;
     }
     yearend::StaffExport form(run.session);
@@ -205,13 +138,12 @@ int export_command(const QStringList& args, QTextStream& out, QTextStream& err) 
 }
 
 int upgrade_command(const QStringList& args, QTextStream& out, QTextStream& err) {
-    const auto o = read_options(args, {}, {}, err);
+    const auto o = reports::CommandLine::read(args, 1, {}, {}, kYearEndUsage, err);
     if (!o || !o->words.isEmpty()) {
-        err << "usage: korvel-cli\n" << kYearEndUsage;
-        return 2;
+        return o ? reports::usage_fault(kYearEndUsage, err) : 2;
     }
-    Unattended run(*o);
-    if (!run.start(*o)) {
+    reports::UnattendedRun run(o->drives);
+    if (!run.start(o->afrikaans)) {
         return 1;
     }
     shell::Session& s = run.session;

@@ -6,17 +6,15 @@
 #include <optional>
 
 #include "payroll/payroll_cli.h"
-#include "platform/drive_map.h"
-#include "platform/executable.h"
 #include "platform/process_end.h"
 #include "reports/blank_forms_cli.h"
 #include "reports/cli_print_lists.h"
+#include "reports/command_line.h"
 #include "reports/painter_device.h"
 #include "reports/recording_device.h"
 #include "reports/school_report.h"
 #include "reports/staff_lists.h"
 #include "shell/session.h"
-#include "shell/startup.h"
 #include "ui/scripted_dialogs.h"
 
 namespace korvel::reports {
@@ -240,11 +238,9 @@ int CliPrintRun::open(const CliOutputOptions& options, QTextStream& err) {
     const QString& pdf = options.pdf;
     const QString& xlsx = options.xlsx;
     const std::optional<bool>& afrikaans = options.afrikaans;
-    platform::DriveMap drives = platform::DriveMap::from_environment();
+    CommandLine line;
     for (const QString& d : options.drives) {
-        const QStringList bad = drives.read_config(d);
-        if (!bad.isEmpty()) {
-            err << "korvel-cli: not a drive: " << bad.join(u' ') << "\n";
+        if (!line.add_drive(d, err)) {
             return 2;
         }
     }
@@ -252,15 +248,11 @@ int CliPrintRun::open(const CliOutputOptions& options, QTextStream& err) {
         err << "korvel-cli: PDF output needs the GUI application (fonts)\n";
         return 1;
     }
-    session_ = std::make_unique<shell::Session>(dialogs, drives);
-    session_->executable_path = platform::executable_windows_path(drives);
-    session_->afrikaans = false;
-    shell::Startup startup(*session_);
-    if (!startup.run_unattended()) {
+    run_ = std::make_unique<UnattendedRun>(dialogs, line.drives);
+    if (!run_->start(afrikaans)) {
         return 1;
     }
-    if (afrikaans)
-        session_->afrikaans = *afrikaans;
+    shell::Session& session = run_->session;
 
     to_workbook_ = !xlsx.isEmpty();
     target_ = QFileInfo(to_workbook_ ? xlsx : pdf).absoluteFilePath();
@@ -272,8 +264,7 @@ int CliPrintRun::open(const CliOutputOptions& options, QTextStream& err) {
         device_ = std::make_unique<RecordingDevice>();
     else
         device_ = std::make_unique<PdfDevice>(target_);
-    job_ = std::make_unique<PrintJob>(*device_, dialogs, report_school(*session_),
-                                      session_->afrikaans);
+    job_ = std::make_unique<PrintJob>(*device_, dialogs, report_school(session), session.afrikaans);
     return 0;
 }
 

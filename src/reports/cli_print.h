@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 
+#include "reports/command_line.h"
 #include "reports/report_engine.h"
 #include "ui/scripted_dialogs.h"
 
@@ -53,11 +54,11 @@ class CliPrintRun {
     int finish(bool printed, QTextStream& out, QTextStream& err) const;
 
     CliDialogs dialogs;
-    shell::Session& session() { return *session_; }
+    shell::Session& session() { return run_->session; }
     PrintJob& job() { return *job_; }
 
   private:
-    std::unique_ptr<shell::Session> session_;
+    std::unique_ptr<UnattendedRun> run_;
     std::unique_ptr<PrintDevice> device_;
     std::unique_ptr<PrintJob> job_;
     QString target_;
