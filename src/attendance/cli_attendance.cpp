@@ -72,8 +72,8 @@ std::optional<Options> parse(const QStringList& args, QString* why) {
             *why = QStringLiteral("unknown option ") + name;
         }
     }
-    if (why->isEmpty() && o.output.pdf.isEmpty() == o.output.xlsx.isEmpty())
-        *why = QStringLiteral("give one of --pdf FILE and --xlsx FILE");
+    if (why->isEmpty())
+        o.output.one_target(why);
     if (why->isEmpty() && o.button == kMonthlySummary && o.month == 0)
         *why = QStringLiteral("monthly-summary needs --month N");
     if (!why->isEmpty())

@@ -67,9 +67,9 @@ std::optional<Options> parse(const QStringList& args, QString* why) {
         if (!why->isEmpty())
             return std::nullopt;
     }
-    if (o.output.pdf.isEmpty() == o.output.xlsx.isEmpty())
-        *why = QStringLiteral("give one of --pdf FILE and --xlsx FILE");
-    else if (o.report == u"letterhead-frame" && (o.letterhead.isEmpty() || o.output.pdf.isEmpty()))
+    if (!o.output.one_target(why))
+        return std::nullopt;
+    if (o.report == u"letterhead-frame" && (o.letterhead.isEmpty() || o.output.pdf.isEmpty()))
         *why = QStringLiteral("letterhead-frame needs --letterhead ID and --pdf FILE");
     else if (o.report != u"letterhead-frame" && o.month == 0)
         *why = QStringLiteral("give the month with --month N");

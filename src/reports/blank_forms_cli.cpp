@@ -59,8 +59,8 @@ bool parse(const QStringList& args, Options& o, QString* why) {
         return false;
     if (std::none_of(o.forms.begin(), o.forms.end(), [](bool on) { return on; }))
         *why = QStringLiteral("print blank-forms needs --forms LIST");
-    else if (o.output.pdf.isEmpty() == o.output.xlsx.isEmpty())
-        *why = QStringLiteral("give one of --pdf FILE and --xlsx FILE");
+    else
+        o.output.one_target(why);
     return why->isEmpty();
 }
 

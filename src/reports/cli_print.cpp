@@ -145,10 +145,8 @@ std::optional<PrintOptions> parse(const QStringList& args, QString* why) {
         if (!why->isEmpty())
             return std::nullopt;
     }
-    if (o.output.pdf.isEmpty() == o.output.xlsx.isEmpty()) {
-        *why = QStringLiteral("give one of --pdf FILE and --xlsx FILE");
+    if (!o.output.one_target(why))
         return std::nullopt;
-    }
     return o;
 }
 
@@ -232,6 +230,13 @@ bool CliOutputOptions::read(const QString& name, const QString& value, QString* 
         return false;
     }
     return true;
+}
+
+bool CliOutputOptions::one_target(QString* why) const {
+    if (pdf.isEmpty() != xlsx.isEmpty())
+        return true;
+    *why = QStringLiteral("give one of --pdf FILE and --xlsx FILE");
+    return false;
 }
 
 int CliPrintRun::open(const CliOutputOptions& options, QTextStream& err) {

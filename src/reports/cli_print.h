@@ -32,6 +32,8 @@ struct CliOutputOptions {
     QString pdf, xlsx;
     // True when the option is one of these (a fault in its value goes to `why`).
     bool read(const QString& name, const QString& value, QString* why);
+    // True when exactly one of --pdf and --xlsx was given; otherwise the fault goes to `why`.
+    bool one_target(QString* why) const;
 };
 
 // A print command after its arguments were read: a reason in `why` prints it with the usage and

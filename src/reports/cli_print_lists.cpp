@@ -39,9 +39,7 @@ bool parse(const QStringList& args, Options& o, QString* why) {
         if (!why->isEmpty())
             return false;
     }
-    if (o.output.pdf.isEmpty() == o.output.xlsx.isEmpty())
-        *why = QStringLiteral("give one of --pdf FILE and --xlsx FILE");
-    else if (o.report == u"timetable" && o.post.isEmpty())
+    if (o.output.one_target(why) && o.report == u"timetable" && o.post.isEmpty())
         *why = QStringLiteral("print timetable needs --post POST");
     return why->isEmpty();
 }
