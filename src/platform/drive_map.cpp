@@ -158,6 +158,15 @@ QString DriveMap::native_path(const QString& windows_path) const {
         return {};
     }
     const QStringList parts = clean.mid(drive.size()).split(u'\\', Qt::SkipEmptyParts);
+    // Most paths are spelt as they stand on disk: one look at the whole path then settles it,
+    // where the walk below would look at each of its folders in turn.
+    QString as_spelt = path;
+    for (const QString& part : parts) {
+        as_spelt += u'/' + part;
+    }
+    if (QFileInfo::exists(as_spelt)) {
+        return as_spelt;
+    }
     bool exists_so_far = QFileInfo::exists(path);
     for (const QString& part : parts) {
         QString name = part;

@@ -171,6 +171,13 @@ void GradeSubjects::add_row(const char* bytes, bool deleted) {
     deleted_.push_back(deleted);
 }
 
+void GradeSubjects::add_rows(const char* bytes, int count) {
+    rows_.append(bytes, static_cast<std::size_t>(count) * static_cast<std::size_t>(row_length_));
+    for (int i = 0; i < count; ++i) {
+        deleted_.push_back(bytes[static_cast<std::size_t>(i) * row_length_] == '*');
+    }
+}
+
 void GradeSubjects::add_row(const std::vector<std::pair<QString, QString>>& cells) {
     if (places_.empty()) {
         std::vector<CellPlace> layout(kSubjectCells);
@@ -258,7 +265,15 @@ GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3
             (teacher ? c.teacher_width : c.subject_width) = place.width;
         }
         g.set_row_layout(f.row_length, cells);
-        each_row(dbf.get(), [&](const char* row, bool deleted) { g.add_row(row, deleted); });
+        // The rows stand one after the other in the bytes, so they are taken in one piece; a
+        // row that would run past the end is where a truncated table ends.
+        const qsizetype room = vakdta.size() - dbf->nHeaderLength;
+        const int rows = room <= 0 ? 0
+                                   : static_cast<int>(std::min<qsizetype>(
+                                         DBFGetRecordCount(dbf.get()), room / f.row_length));
+        if (rows > 0) {
+            g.add_rows(vakdta.constData() + dbf->nHeaderLength, rows);
+        }
     }
     return g;
 }

@@ -58,6 +58,8 @@ class GradeSubjects {
     void set_row_layout(int row_length, const std::vector<CellPlace>& cells);
     const CellPlace& place(int index) const { return places_[static_cast<std::size_t>(index)]; }
     void add_row(const char* bytes, bool deleted);
+    // count rows one after the other, as a table holds them (a deleted row starts with "*").
+    void add_rows(const char* bytes, int count);
     // For fakes: a row from texts, cell i from cells[i]; the rest blank.
     void add_row(const std::vector<std::pair<QString, QString>>& cells);
 

@@ -186,9 +186,6 @@ class SubjectRecords {
     // with nothing to do; otherwise the code and grade go to the first blank slot, and a full
     // list loses the code. True when the code was stored.
     bool add_code(int index, std::string_view code, std::string_view grade) {
-        if (full_[static_cast<std::size_t>(index)]) {
-            return false;  // nothing empties a slot during the walk, so a full list stays full
-        }
         char* r = record(index);
         int first_blank = 0;
         for (int slot = 1; slot <= kLastSlot; ++slot) {
@@ -211,6 +208,8 @@ class SubjectRecords {
         return true;
     }
 
+    // A list found full stays full: nothing empties a slot during the walk.
+    bool full(int index) const { return full_[static_cast<std::size_t>(index)]; }
     int records() const { return static_cast<int>(changed_.size()); }
     int existing() const { return existing_; }
     int added() const { return added_; }
@@ -237,6 +236,35 @@ class SubjectRecords {
     PostIndex personeel_lys_;
     int existing_ = 0;
     int added_ = 0;
+};
+
+// A field of at most eight bytes read as one number: its bytes, zeros past its width. Where
+// eight bytes from its start still lie in the row, one load and a mask read it.
+class NarrowField {
+  public:
+    NarrowField() = default;
+    NarrowField(int offset, int width, std::size_t row_length)
+        : offset_(static_cast<std::size_t>(offset)),
+          width_(static_cast<std::size_t>(width)),
+          one_load_(offset_ + sizeof(std::uint64_t) <= row_length) {
+        std::memset(&mask_, 0xFF, width_);  // the field's own bytes, whatever the byte order
+    }
+    static bool fits(int width) { return width >= 0 && width <= 8; }
+    std::uint64_t key(const char* row) const {
+        std::uint64_t k = 0;
+        if (one_load_) {
+            std::memcpy(&k, row + offset_, sizeof k);
+            return k & mask_;
+        }
+        std::memcpy(&k, row + offset_, width_);
+        return k;
+    }
+
+  private:
+    std::size_t offset_ = 0;
+    std::size_t width_ = 0;
+    std::uint64_t mask_ = 0;
+    bool one_load_ = false;
 };
 
 // The code a subject is stored under: its number from the grade's subject table, as text
@@ -274,11 +302,27 @@ int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& rec
     // as text each time.
     struct Column {
         std::string_view field;
+        std::uint64_t key = 0;  // the field's bytes, when it is at most eight wide
         int code = -1;
         bool seen = false;
+        NarrowField subject, teacher;  // how the cell's two fields are read, where narrow
+        bool narrow_subject = false, narrow_teacher = false;
     };
     constexpr int kNoPost = -2;
     std::vector<Column> columns(kSubjectCells);
+    const std::size_t row_length = g.class_rows() > 0 ? g.row_bytes(1).size() : 0;
+    for (int c = 0; c < kSubjectCells; ++c) {
+        const GradeSubjects::CellPlace& place = g.place(c);
+        Column& col = columns[static_cast<std::size_t>(c)];
+        col.narrow_subject = NarrowField::fits(place.subject_width);
+        col.narrow_teacher = NarrowField::fits(place.teacher_width);
+        if (col.narrow_subject) {
+            col.subject = NarrowField(place.subject_offset, place.subject_width, row_length);
+        }
+        if (col.narrow_teacher) {
+            col.teacher = NarrowField(place.teacher_offset, place.teacher_width, row_length);
+        }
+    }
     PostIndex teacher_fields;
     const auto record_of = [&records](std::string_view teacher) {
         if (!is_post_number(teacher)) {
@@ -313,10 +357,14 @@ int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& rec
             const std::string_view subject_field =
                 bytes.substr(static_cast<std::size_t>(place.subject_offset),
                              static_cast<std::size_t>(place.subject_width));
-            if (!col.seen || !same(col.field, subject_field)) {
+            const std::uint64_t subject_key =
+                col.narrow_subject ? col.subject.key(bytes.data()) : 0;
+            if (!col.seen ||
+                (col.narrow_subject ? col.key != subject_key : !same(col.field, subject_field))) {
                 const std::string_view subject = cell_text(subject_field);
                 const auto it = pi3_lys.find(subject);
                 col.field = subject_field;
+                col.key = subject_key;
                 col.seen = true;
                 col.code = subject.empty() || it == pi3_lys.end() ? -1 : it->second;
             }
@@ -327,9 +375,8 @@ int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& rec
                 bytes.substr(static_cast<std::size_t>(place.teacher_offset),
                              static_cast<std::size_t>(place.teacher_width));
             int record;
-            if (teacher_field.size() <= sizeof(std::uint64_t)) {
-                std::uint64_t key = 0;
-                std::memcpy(&key, teacher_field.data(), teacher_field.size());
+            if (col.narrow_teacher) {
+                const std::uint64_t key = col.teacher.key(bytes.data());
                 if (key == 0) {
                     continue;  // nothing but NULs
                 }
@@ -353,7 +400,8 @@ int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& rec
                 continue;
             }
             tried[key] = 1;
-            if (records.add_code(record, codes[static_cast<std::size_t>(col.code)], grade_text)) {
+            if (!records.full(record) &&
+                records.add_code(record, codes[static_cast<std::size_t>(col.code)], grade_text)) {
                 ++added;
             }
         }
@@ -425,9 +473,10 @@ void StaffSubjects::recreate_staff_subjects() {
         const QString& grade = grades.at(gi);
         const QString folder =
             session_.folders.admin + QStringLiteral("\\L") + grade + year.right(2);
-        session_.fs().create_folder(folder);
+        // The grade's folder is made where it is missing; one with a learner table stands.
         const std::optional<GradeSubjects> g = learners_.read_grade(folder);
         if (!g) {
+            session_.fs().create_folder(folder);
             continue;
         }
         outcome.grades_read << grade;
@@ -474,10 +523,20 @@ void StaffSubjects::recreate_staff_subjects() {
     if (f == nullptr) {
         return;
     }
-    for (int i = 0; i < records.existing(); ++i) {
-        if (records.changed(i) && f->write(i + 1, records.record(i))) {
-            ++outcome.records_written;
+    // Each run of changed records goes in one write: the same bytes at the same places.
+    for (int i = 0; i < records.existing();) {
+        if (!records.changed(i)) {
+            ++i;
+            continue;
         }
+        int end = i + 1;
+        while (end < records.existing() && records.changed(end)) {
+            ++end;
+        }
+        if (f->write_block(i + 1, records.record(i), end - i)) {
+            outcome.records_written += end - i;
+        }
+        i = end;
     }
     if (records.added() > 0) {
         // After what another workstation may have appended meanwhile.
