@@ -9,44 +9,15 @@
 #include <QTemporaryDir>
 
 #include "payroll/payroll_cli.h"
+#include "reports/print_command_fixture.h"
 #include "shell/demo_tree.h"
 #include "ui/scripted_dialogs.h"
 
 namespace korvel::payroll {
 namespace {
 
-QString output_of(const QString& program, const QStringList& args) {
-    QProcess p;
-    p.start(program, args);
-    EXPECT_TRUE(p.waitForFinished(30000));
-    EXPECT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
-    return QString::fromUtf8(p.readAllStandardOutput());
-}
-
-class PayrollCommand : public ::testing::Test {
-  protected:
-    static void SetUpTestSuite() {
-        dir_ = new QTemporaryDir;
-        ui::UnattendedDialogs demo_answers;
-        shell::write_demo_tree(dir_->path(), QDate::currentDate().year(), demo_answers);
-    }
-    static void TearDownTestSuite() {
-        delete dir_;
-        dir_ = nullptr;
-    }
-    int run(QStringList args) {
-        out_text.clear();
-        err_text.clear();
-        QTextStream out(&out_text), err(&err_text);
-        args.prepend("print");
-        args << "--drive"
-             << "C:=" + dir_->path();
-        return print_payroll_report(args, out, err);
-    }
-    static inline QTemporaryDir* dir_ = nullptr;
-    QString out_text, err_text;
-    QTemporaryDir target;
-};
+using korvel::testing::output_of;
+using PayrollCommand = korvel::testing::PrintCommandOnDemo<print_payroll_report>;
 
 TEST_F(PayrollCommand, SlipsOnBothLetterheadsInBothLanguages) {
     const QString pdf = target.filePath("slips.pdf");

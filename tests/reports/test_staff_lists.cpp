@@ -13,6 +13,7 @@
 #include "platform/drive_map.h"
 #include "reports/cli_print.h"
 #include "reports/grid_output.h"
+#include "reports/print_command_fixture.h"
 #include "reports/print_menu.h"
 #include "reports/recording_device.h"
 #include "reports/school_report.h"
@@ -480,39 +481,8 @@ TEST_F(StaffListsTest, PrintMenuAvailabilityAndDisabledWhileAFormRuns) {
 
 // ---- the command line -------------------------------------------------------------------------
 
-// What a program prints on its standard output.
-QString output_of(const QString& program, const QStringList& args) {
-    QProcess p;
-    p.start(program, args);
-    EXPECT_TRUE(p.waitForFinished(30000));
-    EXPECT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
-    return QString::fromUtf8(p.readAllStandardOutput());
-}
-
-class PrintCommand : public ::testing::Test {
-  protected:
-    static void SetUpTestSuite() {
-        dir_ = new QTemporaryDir;
-        ui::UnattendedDialogs demo_answers;
-        shell::write_demo_tree(dir_->path(), QDate::currentDate().year(), demo_answers);
-    }
-    static void TearDownTestSuite() {
-        delete dir_;
-        dir_ = nullptr;
-    }
-    int run(QStringList args) {
-        out_text.clear();
-        err_text.clear();
-        QTextStream out(&out_text), err(&err_text);
-        args.prepend("print");
-        args << "--drive"
-             << "C:=" + dir_->path();
-        return print_report(args, out, err);
-    }
-    static inline QTemporaryDir* dir_ = nullptr;
-    QString out_text, err_text;
-    QTemporaryDir target;
-};
+using korvel::testing::output_of;
+using PrintCommand = korvel::testing::PrintCommandOnDemo<print_report>;
 
 TEST_F(PrintCommand, StaffListToPdf) {
     const QString pdf = target.filePath("staff.pdf");
