@@ -9,39 +9,11 @@
 #include <QVBoxLayout>
 
 #include "reports/print_menu_form.h"
+#include "staff/form_boxes.h"
 
 namespace korvel::governing {
 
 namespace {
-
-// Fills a list view from a grid of the behaviour: headings, rows, red cells, the sort.
-void show_grid(QTreeWidget* view, const RegisterGrid& grid, int columns) {
-    QStringList headings;
-    for (int c = 0; c < columns; ++c) {
-        headings << grid.columns[static_cast<std::size_t>(c)].heading;
-    }
-    view->setColumnCount(columns);
-    view->setHeaderLabels(headings);
-    view->clear();
-    QList<QTreeWidgetItem*> items;
-    for (const GridRow& row : grid.rows) {
-        auto* item = new QTreeWidgetItem;
-        for (int c = 0; c < columns; ++c) {
-            item->setText(c, row.cells[static_cast<std::size_t>(c)]);
-            if (row.red[static_cast<std::size_t>(c)]) {
-                item->setForeground(c, QColor(Qt::red));
-            }
-        }
-        items << item;
-    }
-    view->addTopLevelItems(items);
-    if (grid.selected >= 0 && grid.selected < items.size()) {
-        view->setCurrentItem(items.at(grid.selected));
-    }
-    for (int c = 0; c < columns; ++c) {
-        view->resizeColumnToContents(c);
-    }
-}
 
 // Enter in the grid opens the current row, as a left click does.
 class EnterOpens : public QObject {
@@ -157,12 +129,12 @@ void MemberRegisterForm::refresh() {
     print_->setToolTip(tips.task_options_print);
     new_record_->setEnabled(register_.new_record_enabled);
     create_->setEnabled(register_.new_record_enabled);
-    show_grid(sgb_grid_, register_.sgb_grid, kMemberColumns);
+    staff::show_register_grid(sgb_grid_, register_.sgb_grid, kMemberColumns, false);
     sgb_grid_->header()->setSortIndicatorShown(true);
     sgb_grid_->header()->setSortIndicator(
         register_.sgb_grid.sort_column,
         register_.sgb_grid.ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
-    show_grid(prs_grid_, register_.prs_grid, kStaffPickColumns);
+    staff::show_register_grid(prs_grid_, register_.prs_grid, kStaffPickColumns, false);
     for (int i = 0; i < prs_grid_->topLevelItemCount(); ++i) {
         const bool on = register_.prs_grid_checked[static_cast<std::size_t>(i)];
         prs_grid_->topLevelItem(i)->setCheckState(0, on ? Qt::Checked : Qt::Unchecked);

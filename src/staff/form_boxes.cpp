@@ -1,6 +1,7 @@
 #include "staff/form_boxes.h"
 
 #include <QEvent>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -138,6 +139,40 @@ QLabel* heading(const QString& text, QDialog& dialog) {
     bold.setBold(true);
     h->setFont(bold);
     return h;
+}
+
+void show_register_grid(QTreeWidget* view, const RegisterGrid& grid, int columns,
+                        bool sort_indicator) {
+    QStringList headings;
+    for (int c = 0; c < columns; ++c) {
+        headings << grid.columns[static_cast<std::size_t>(c)].heading;
+    }
+    view->setColumnCount(columns);
+    view->setHeaderLabels(headings);
+    view->clear();
+    QList<QTreeWidgetItem*> items;
+    for (const GridRow& row : grid.rows) {
+        auto* item = new QTreeWidgetItem;
+        for (int c = 0; c < columns; ++c) {
+            item->setText(c, row.cells[static_cast<std::size_t>(c)]);
+            if (row.red[static_cast<std::size_t>(c)]) {
+                item->setForeground(c, QColor(Qt::red));
+            }
+        }
+        items << item;
+    }
+    view->addTopLevelItems(items);
+    if (sort_indicator) {
+        view->header()->setSortIndicatorShown(true);
+        view->header()->setSortIndicator(grid.sort_column,
+                                         grid.ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    }
+    if (grid.selected >= 0 && grid.selected < items.size()) {
+        view->setCurrentItem(items.at(grid.selected));
+    }
+    for (int c = 0; c < columns; ++c) {
+        view->resizeColumnToContents(c);
+    }
 }
 
 }  // namespace korvel::staff

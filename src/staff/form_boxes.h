@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTreeWidget>
 #include <functional>
 #include <span>
 #include <utility>
@@ -65,5 +66,11 @@ void on_click(QPushButton* b, std::function<void()> event, std::function<void()>
 QLabel* label(int box, const QString& text, QWidget* parent);
 // The bold heading that names the person.
 QLabel* heading(const QString& text, QDialog& dialog);
+
+struct RegisterGrid;
+// A list view shows a register's grid: the first `columns` headings, the rows with their red
+// cells, the selected row, columns fitted to their text; the sort indicator where headings sort.
+void show_register_grid(QTreeWidget* view, const RegisterGrid& grid, int columns,
+                        bool sort_indicator);
 
 }  // namespace korvel::staff

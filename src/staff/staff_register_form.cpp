@@ -8,6 +8,7 @@
 
 #include "attendance/attendance_register_form.h"
 #include "reports/print_menu_form.h"
+#include "staff/form_boxes.h"
 
 namespace korvel::staff {
 
@@ -180,34 +181,7 @@ void StaffRegisterForm::refresh() {
     attendance_->setEnabled(bool(register_.open_attendance));
     subjects_->setEnabled(bool(register_.open_subject_rebuild));
 
-    QStringList headings;
-    for (const GridColumn& c : register_.prs_grid.columns) {
-        headings << c.heading;
-    }
-    prs_grid_->setHeaderLabels(headings);
-    prs_grid_->clear();
-    QList<QTreeWidgetItem*> items;
-    for (const GridRow& row : register_.prs_grid.rows) {
-        auto* item = new QTreeWidgetItem;
-        for (int c = 0; c < kGridColumns; ++c) {
-            item->setText(c, row.cells[static_cast<std::size_t>(c)]);
-            if (row.red[static_cast<std::size_t>(c)]) {
-                item->setForeground(c, QColor(Qt::red));
-            }
-        }
-        items << item;
-    }
-    prs_grid_->addTopLevelItems(items);
-    prs_grid_->header()->setSortIndicatorShown(true);
-    prs_grid_->header()->setSortIndicator(
-        register_.prs_grid.sort_column,
-        register_.prs_grid.ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
-    if (register_.prs_grid.selected >= 0 && register_.prs_grid.selected < items.size()) {
-        prs_grid_->setCurrentItem(items.at(register_.prs_grid.selected));
-    }
-    for (int c = 0; c < kGridColumns; ++c) {
-        prs_grid_->resizeColumnToContents(c);
-    }
+    show_register_grid(prs_grid_, register_.prs_grid, kGridColumns, true);
 }
 
 void StaffRegisterForm::closeEvent(QCloseEvent* event) {
