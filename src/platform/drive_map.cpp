@@ -158,8 +158,9 @@ QString DriveMap::native_path(const QString& windows_path) const {
         return {};
     }
     const QStringList parts = clean.mid(drive.size()).split(u'\\', Qt::SkipEmptyParts);
-    // Most paths are spelt as they stand on disk: one look at the whole path then settles it,
-    // where the walk below would look at each of its folders in turn.
+    // Most paths are spelt as they stand on disk, or all but their last name (a file about to
+    // be made): a look at the path, then at its folder, settles that part, where the walk below
+    // would look at each folder in turn.
     QString as_spelt = path;
     for (const QString& part : parts) {
         as_spelt += u'/' + part;
@@ -167,9 +168,21 @@ QString DriveMap::native_path(const QString& windows_path) const {
     if (QFileInfo::exists(as_spelt)) {
         return as_spelt;
     }
-    bool exists_so_far = QFileInfo::exists(path);
-    for (const QString& part : parts) {
-        QString name = part;
+    qsizetype first = 0;  // the first name the walk looks at
+    bool exists_so_far = false;
+    if (!parts.isEmpty()) {
+        const QString folder = as_spelt.left(as_spelt.size() - parts.last().size() - 1);
+        if (QFileInfo::exists(folder)) {
+            path = folder;
+            first = parts.size() - 1;
+            exists_so_far = true;
+        }
+    }
+    if (!exists_so_far) {
+        exists_so_far = QFileInfo::exists(path);
+    }
+    for (qsizetype i = first; i < parts.size(); ++i) {
+        QString name = parts.at(i);
         if (exists_so_far) {
             if (!QFileInfo::exists(path + u'/' + name)) {
                 const QString found = find_entry_nocase(path, name);

@@ -99,6 +99,13 @@ TEST(DriveMap, FindsExistingNamesWhateverTheirCase) {
     // A name that does not exist keeps the case it was given.
     EXPECT_EQ(m.native_path("F:\\VESPARINE\\STAFF\\P2027\\New.txt"),
               tmp.path() + "/VESPARINE/Staff/P2027/New.txt");
+    // Spelt as on disk, whole or but for the last name.
+    EXPECT_EQ(m.native_path("F:\\VESPARINE\\Staff\\P2026\\PRS_ALG_RANDOM.TXT"),
+              tmp.path() + "/VESPARINE/Staff/P2026/PRS_ALG_RANDOM.TXT");
+    EXPECT_EQ(m.native_path("F:\\VESPARINE\\Staff\\P2026\\prs_alg_random.txt"),
+              tmp.path() + "/VESPARINE/Staff/P2026/PRS_ALG_RANDOM.TXT");
+    EXPECT_EQ(m.native_path("F:\\VESPARINE\\Staff\\P2026\\prs_alg_random.new"),
+              tmp.path() + "/VESPARINE/Staff/P2026/prs_alg_random.new");
 }
 
 TEST(FileSystem, CreateCopyReplace) {
