@@ -290,9 +290,11 @@ PrintGrid AttendanceReports::summary_grid(const DayGrid& days,
     grid.fixed_rows = 2;
     for (int r = 0; r < g.rows(); ++r) {
         for (int c = 0; c < g.cols(); ++c) {
-            grid.set_text(r, c, g.text(r, c));
-            if (r >= 1 && g.at(r, c).back == kButtonFace) {
-                grid.cell(r, c).back_colour = kButtonFace;
+            const Cell& cell = g.at(r, c);
+            reports::GridCell& out = grid.cell(r, c);
+            out.text = cell.text;
+            if (r >= 1 && cell.back == kButtonFace) {
+                out.back_colour = kButtonFace;
             }
         }
     }
