@@ -75,11 +75,19 @@ AttendanceReportsForm::AttendanceReportsForm(AttendanceReports& reports, QWidget
         });
     }
     auto* exit = new QPushButton(QStringLiteral("X"), this);
+    exit->setObjectName(QStringLiteral("data_exit"));
     connect(exit, &QPushButton::clicked, this, &QDialog::accept);
     side->addWidget(exit);
     layout->addLayout(side);
-    connect(maand_lys_, &QListWidget::currentRowChanged, this, [this](int row) {
-        reports_.maand_lys_click(row);
+    // A month is chosen when it is selected, by a click or the arrow keys: the list marking its
+    // first month as current when it takes the focus chooses nothing, and the date boxes keep
+    // their prefill.
+    connect(maand_lys_, &QListWidget::itemSelectionChanged, this, [this] {
+        const QList<QListWidgetItem*> picked = maand_lys_->selectedItems();
+        if (picked.isEmpty()) {
+            return;
+        }
+        reports_.maand_lys_click(maand_lys_->row(picked.first()));
         refresh();
     });
     setWindowTitle(reports_.caption);
@@ -135,6 +143,7 @@ LeaveTotalsForm::LeaveTotalsForm(AttendanceReports& reports, QWidget* parent)
     auto* print = new QPushButton(reports.session().tr("DRUK", "PRINT"), this);
     connect(print, &QPushButton::clicked, this, [&reports] { reports.print_leave_totals(); });
     auto* exit = new QPushButton(QStringLiteral("X"), this);
+    exit->setObjectName(QStringLiteral("data_exit"));
     connect(exit, &QPushButton::clicked, this, &QDialog::accept);
     buttons->addWidget(print);
     buttons->addWidget(exit);

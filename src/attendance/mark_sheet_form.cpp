@@ -35,6 +35,7 @@ MarkSheetForm::MarkSheetForm(MarkSheet& sheet, QWidget* parent) : QDialog(parent
         prs_grid_->setItem(r, 1, new QTableWidgetItem(rows[size_t(r)].name));
     }
     prs_grid_->resizeColumnsToContents();
+    prs_grid_->horizontalHeader()->setStretchLastSection(true);
     connect(prs_grid_, &QTableWidget::cellClicked, this, [this](int row, int) {
         sheet_.prs_grid_click(row);
         refresh();
