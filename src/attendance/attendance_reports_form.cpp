@@ -128,16 +128,19 @@ LeaveTotalsForm::LeaveTotalsForm(AttendanceReports& reports, QWidget* parent)
             grid_->setItem(r, c, item);
         }
     }
+    // The rows stay in post number order until a heading is clicked.
+    grid_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     grid_->setSortingEnabled(true);
     grid_->resizeColumnsToContents();
-    layout->addWidget(grid_);
+    // The people take the room; the clicked person's days are a few lines below.
+    layout->addWidget(grid_, 3);
     QStringList total_line;
     for (int c = 1; c < g.cols(); ++c) {
         total_line << g.text(g.rows() - 1, c);
     }
     layout->addWidget(new QLabel(total_line.join(QStringLiteral("  ")), this));
     days_ = new QListWidget(this);
-    layout->addWidget(days_);
+    layout->addWidget(days_, 1);
     connect(grid_, &QTableWidget::cellClicked, this, [this](int row, int) { show_days(row); });
     auto* buttons = new QHBoxLayout;
     auto* print = new QPushButton(reports.session().tr("DRUK", "PRINT"), this);
