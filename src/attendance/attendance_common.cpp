@@ -85,6 +85,8 @@ bool AttendanceBook::load() {
     const int n = std::max(f->count(), session_.count(Code::PRSAFW));
     session_.state(Code::PRSAFW).count = n;
     records_.reserve(n);
+    first_.reserve(n);
+    first_live_.reserve(n);
     session_.scan_records(Code::PRSAFW, [&](int number, store::Record& r) {
         records_.push_back(r);
         const QString post = r.text(kPost).trimmed();

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <cstring>
 #include <vector>
 
 #include "shell/helpers.h"
@@ -60,6 +61,20 @@ inline int stored_reason(const store::Record& attendance, int day) {
         value = value * 10 + (*p - '0');
     }
     return value;
+}
+
+// Whether no reason of the four days from `day` holds a digit: such days have no reason
+// number, and a year of mostly empty days is passed over four at a time. The four days must
+// lie within the record's slots.
+inline bool no_reason_in_four(const store::Record& attendance, int day) {
+    quint64 x = 0;
+    std::memcpy(&x, attendance.data() + store::PRSAFW["PF_REDE"].element_offset(day), 8);
+    // A byte between '0' and '9' sets its top bit here; bytes of 128 and over never do.
+    constexpr quint64 ones = ~quint64(0) / 255;
+    const quint64 low = x & ones * 127;
+    const quint64 digits =
+        (ones * (127 + '9' + 1) - low) & ~x & (low + ones * (127 - ('0' - 1))) & ones * 128;
+    return digits == 0;
 }
 
 // Day-of-year limits of a month of a year.

@@ -26,6 +26,15 @@ constexpr double kDayColumnWidth = 330;  // twips: three characters of the grid'
 // The letters the summary counts: absent and on leave in either language.
 const QString kCountedLetters = QStringLiteral("avo");
 
+// Whether a field reads blank; a field of spaces and NULs, as nearly all are, without decoding.
+bool is_blank(const store::Record& r, const store::Field& f) {
+    const char* p = r.data() + f.element_offset(0);
+    if (std::all_of(p, p + f.width, [](char c) { return c == ' ' || c == '\0'; })) {
+        return true;
+    }
+    return r.text(f).trimmed().isEmpty();
+}
+
 QString weekday_letter(const QDate& date, bool afrikaans) {
     return shell::day_name(date.dayOfWeek() % 7 + 1, afrikaans).left(1);
 }
@@ -33,9 +42,9 @@ QString weekday_letter(const QDate& date, bool afrikaans) {
 
 std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice choice) {
     std::vector<StaffMember> staff;
+    staff.reserve(size_t(std::max(0, session.count(Code::PRSALG))));
     session.scan_records(Code::PRSALG, [&](int number, store::Record& r) {
-        const QString post = r.text(A["PA_POS_NR"]).trimmed();
-        if (post.isEmpty() || !r.text(A["PA_AKTIEF"]).trimmed().isEmpty()) {
+        if (is_blank(r, A["PA_POS_NR"]) || !is_blank(r, A["PA_AKTIEF"])) {
             return;
         }
         const bool admin = !is_educator(r);
@@ -44,14 +53,14 @@ std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice cho
         }
         StaffMember m;
         m.record = number;
-        m.post = post;
+        m.post = r.text(A["PA_POS_NR"]).trimmed();
         m.surname = r.text(A["PA_VAN"]).trimmed();
         m.initials = shell::initials(r.text(A["PA_NAME"]).trimmed());
         m.name =
             (r.text(A["PA_TITEL"]).trimmed() + u' ' + m.initials + u' ' + m.surname).simplified();
         m.persal = r.text(A["PA_PERSAL"]).trimmed();
         m.admin = admin;
-        staff.push_back(m);
+        staff.push_back(std::move(m));
     });
     // Right aligned in the field, numbers sort in order as strings; the keys made once.
     std::vector<std::pair<QString, size_t>> keys;
@@ -93,7 +102,6 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
     // Sized once: rows added one at a time would move the whole grid each time.
     const int rows = kDayGridFirstRow + int(staff.size());
     g.afw_grid.reset(rows, cols);
-    g.rde_grid.reset(rows, cols);
     g.afw_grid.set_text(0, 1, afrikaans ? QStringLiteral("POS") : QStringLiteral("PST"));
     g.afw_grid.set_text(
         0, 2, afrikaans ? QStringLiteral("PERSONEELLID") : QStringLiteral("STAFF MEMBER"));
@@ -106,7 +114,7 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
         g.afw_grid.set_text(1, col, weekday_letter(date, afrikaans));
         weekend[size_t(day - first)] = g.afw_grid.text(1, col) == QStringLiteral("S");
     }
-    QHash<quint32, std::pair<QString, QString>> cells;  // shown text and bare reason
+    QHash<quint32, QString> cells;
     for (int row = kDayGridFirstRow; row < rows; ++row) {
         const StaffMember& m = staff[size_t(row - kDayGridFirstRow)];
         g.staff.push_back(m.record);
@@ -125,8 +133,8 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
         const store::Record& r = book.record(number);
         for (int day = first; day <= last; ++day) {
             const int col = g.day_col(day);
-            // A cell's texts follow from its three bytes alone, so each distinct day is made
-            // once: a month of a thousand people holds few, and the cells share the texts.
+            // A cell's text follows from its three bytes alone, so each distinct day is made
+            // once: a month of a thousand people holds few, and the cells share the text.
             const auto* mark_byte =
                 reinterpret_cast<const uchar*>(r.data() + kMarks.element_offset(day));
             const auto* reason_bytes =
@@ -143,11 +151,9 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
                 if (reason == QStringLiteral("..")) {
                     reason = QStringLiteral("  ");
                 }
-                QString shown = mark + QString(reason).remove(u'.');
-                made = cells.insert(key, {std::move(shown), std::move(reason)});
+                made = cells.insert(key, mark + reason.remove(u'.'));
             }
-            g.afw_grid.set_text(row, col, made->first);
-            g.rde_grid.set_text(row, col, made->second);
+            g.afw_grid.set_text(row, col, *made);
         }
     }
     return g;
@@ -284,9 +290,11 @@ PrintGrid AttendanceReports::summary_grid(const DayGrid& days,
     grid.fixed_rows = 2;
     for (int r = 0; r < g.rows(); ++r) {
         for (int c = 0; c < g.cols(); ++c) {
-            grid.set_text(r, c, g.text(r, c));
-            if (r >= 1 && g.at(r, c).back == kButtonFace) {
-                grid.cell(r, c).back_colour = kButtonFace;
+            const Cell& cell = g.at(r, c);
+            reports::GridCell& out = grid.cell(r, c);
+            out.text = cell.text;
+            if (r >= 1 && cell.back == kButtonFace) {
+                out.back_colour = kButtonFace;
             }
         }
     }
@@ -306,7 +314,7 @@ PrintGrid AttendanceReports::summary_grid(const DayGrid& days,
             ++total;
             if (cell.size() > 1) {
                 // A reason counts at its place in kode_lys; one past the list is ignored.
-                const int reason = shell::number_value(cell.mid(1).toString());
+                const int reason = shell::number_value(cell.mid(1));
                 if (reason >= 1 && reason <= int(reason_counts->size())) {
                     ++(*reason_counts)[size_t(reason - 1)];
                 }
@@ -393,6 +401,10 @@ PrintGrid AttendanceReports::reason_list_grid(const DayRange& days) {
         if (const int number = book.find(m.post); number != 0) {
             const store::Record& r = book.record(number);
             for (int day = days.first; day <= days.last; ++day) {
+                if (day + 3 <= days.last && no_reason_in_four(r, day)) {
+                    day += 3;
+                    continue;
+                }
                 const int reason = stored_reason(r, day);
                 if (reason >= 1 && reason <= reasons) {
                     ++counts[size_t(reason - 1)];

@@ -54,13 +54,11 @@ std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice cho
 
 // The day grid of a range of days of the ledger year. Row 0 the headings, row 1 the weekday
 // letters, then a row a staff member; column 0 the row number, 1 the post number, 2 the name,
-// then a column a day. A day cell reads the mark with the reason behind it ("a 3", "a12");
-// rde_grid holds the bare reason.
+// then a column a day. A day cell reads the mark with the reason behind it ("a 3", "a12").
 struct DayGrid {
     int first = 0;  // day of year of the first column
     int last = 0;
     CellGrid afw_grid;
-    CellGrid rde_grid;
     std::vector<int> staff;  // PRSALG record of each staff row
     int day_col(int day) const { return 3 + day - first; }
 };

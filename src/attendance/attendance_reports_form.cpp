@@ -75,11 +75,19 @@ AttendanceReportsForm::AttendanceReportsForm(AttendanceReports& reports, QWidget
         });
     }
     auto* exit = new QPushButton(QStringLiteral("X"), this);
+    exit->setObjectName(QStringLiteral("data_exit"));
     connect(exit, &QPushButton::clicked, this, &QDialog::accept);
     side->addWidget(exit);
     layout->addLayout(side);
-    connect(maand_lys_, &QListWidget::currentRowChanged, this, [this](int row) {
-        reports_.maand_lys_click(row);
+    // A month is chosen when it is selected, by a click or the arrow keys: the list marking its
+    // first month as current when it takes the focus chooses nothing, and the date boxes keep
+    // their prefill.
+    connect(maand_lys_, &QListWidget::itemSelectionChanged, this, [this] {
+        const QList<QListWidgetItem*> picked = maand_lys_->selectedItems();
+        if (picked.isEmpty()) {
+            return;
+        }
+        reports_.maand_lys_click(maand_lys_->row(picked.first()));
         refresh();
     });
     setWindowTitle(reports_.caption);
@@ -120,21 +128,25 @@ LeaveTotalsForm::LeaveTotalsForm(AttendanceReports& reports, QWidget* parent)
             grid_->setItem(r, c, item);
         }
     }
+    // The rows stay in post number order until a heading is clicked.
+    grid_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     grid_->setSortingEnabled(true);
     grid_->resizeColumnsToContents();
-    layout->addWidget(grid_);
+    // The people take the room; the clicked person's days are a few lines below.
+    layout->addWidget(grid_, 3);
     QStringList total_line;
     for (int c = 1; c < g.cols(); ++c) {
         total_line << g.text(g.rows() - 1, c);
     }
     layout->addWidget(new QLabel(total_line.join(QStringLiteral("  ")), this));
     days_ = new QListWidget(this);
-    layout->addWidget(days_);
+    layout->addWidget(days_, 1);
     connect(grid_, &QTableWidget::cellClicked, this, [this](int row, int) { show_days(row); });
     auto* buttons = new QHBoxLayout;
     auto* print = new QPushButton(reports.session().tr("DRUK", "PRINT"), this);
     connect(print, &QPushButton::clicked, this, [&reports] { reports.print_leave_totals(); });
     auto* exit = new QPushButton(QStringLiteral("X"), this);
+    exit->setObjectName(QStringLiteral("data_exit"));
     connect(exit, &QPushButton::clicked, this, &QDialog::accept);
     buttons->addWidget(print);
     buttons->addWidget(exit);

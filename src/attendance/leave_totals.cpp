@@ -1,6 +1,7 @@
 #include "attendance/leave_totals.h"
 
 #include <QHash>
+#include <QSet>
 #include <array>
 
 #include "attendance/month_calendar.h"
@@ -9,24 +10,47 @@
 namespace korvel::attendance {
 
 namespace {
-// Whether each day of the year is a school day: no Saturday or Sunday and no holiday in its
-// month's calendar.
-std::vector<bool> school_days(shell::Session& session, int year, const DayRange& range) {
-    std::vector<bool> school(size_t(kLastSlot) + 1, false);
+// The school days of the range: no Saturday or Sunday and no holiday in its month's calendar.
+std::vector<int> school_days(shell::Session& session, int year, const DayRange& range) {
+    std::vector<int> school;
+    school.reserve(size_t(std::max(0, range.last - range.first + 1)));
     const QDate jan1(year, 1, 1);
     MonthCalendar calendar(session);
+    // The calendar folder is listed once: a month without a file in either language has no
+    // holidays, and looking each month's files up one by one costs more than the count.
+    QSet<QString> present;
+    const QString sample = calendar.file_path(1, true);
+    const QString folder = sample.left(sample.lastIndexOf(u'\\'));
+    for (const QString& name : session.fs().file_names(folder)) {
+        present.insert(name.toLower());
+    }
+    const auto has_file = [&](int month) {
+        for (bool afrikaans : {true, false}) {
+            const QString path = calendar.file_path(month, afrikaans);
+            if (present.contains(path.mid(path.lastIndexOf(u'\\') + 1).toLower())) {
+                return true;
+            }
+        }
+        return false;
+    };
     int loaded = 0;
+    bool holidays = false;
     for (int day = range.first; day <= range.last; ++day) {
         const QDate date = jan1.addDays(day - 1);
         if (date.month() != loaded) {
-            // A month's letters are its own: the calendar keeps the last month's otherwise.
-            calendar.clear_letters();
-            calendar.load(date.month());
             loaded = date.month();
+            holidays = has_file(loaded);
+            if (holidays) {
+                // A month's letters are its own: the calendar keeps the last month's otherwise.
+                calendar.clear_letters();
+                calendar.load(loaded);
+            }
         }
         const bool weekend =
             shell::day_name(date.dayOfWeek() % 7 + 1, session.afrikaans).startsWith(u'S');
-        school[size_t(day)] = !weekend && calendar.holiday[size_t(date.day())].isEmpty();
+        if (!weekend && !(holidays && !calendar.holiday[size_t(date.day())].isEmpty())) {
+            school.push_back(day);
+        }
     }
     return school;
 }
@@ -50,7 +74,7 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
         return t;
     }
     const int year = ledger_year_number(session);
-    const std::vector<bool> school = school_days(session, year, range);
+    const std::vector<int> school = school_days(session, year, range);
     const QDate jan1(year, 1, 1);
     // The letters by byte: a text search per day of every person costs more than the count.
     std::array<bool, 256> is_leave{};
@@ -66,9 +90,9 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
         p.counts.assign(t.reasons.size(), 0);
         if (const int number = book.find(m.post); number != 0) {
             const store::Record& r = book.record(number);
-            for (int day = range.first; day <= range.last; ++day) {
+            for (const int day : school) {
                 const char letter = stored_mark(r, day);
-                if (!school[size_t(day)] || !is_leave[uchar(letter)]) {
+                if (!is_leave[uchar(letter)]) {
                     continue;
                 }
                 const int col = column_of.value(stored_reason(r, day), -1);

@@ -35,6 +35,7 @@ MarkSheetForm::MarkSheetForm(MarkSheet& sheet, QWidget* parent) : QDialog(parent
         prs_grid_->setItem(r, 1, new QTableWidgetItem(rows[size_t(r)].name));
     }
     prs_grid_->resizeColumnsToContents();
+    prs_grid_->horizontalHeader()->setStretchLastSection(true);
     connect(prs_grid_, &QTableWidget::cellClicked, this, [this](int row, int) {
         sheet_.prs_grid_click(row);
         refresh();
@@ -52,6 +53,7 @@ MarkSheetForm::MarkSheetForm(MarkSheet& sheet, QWidget* parent) : QDialog(parent
     ok->setObjectName(QStringLiteral("data_ok"));
     connect(ok, &QPushButton::clicked, this, [this] { sheet_.data_ok_click(); });
     auto* exit = new QPushButton(QStringLiteral("X"), this);
+    exit->setObjectName(QStringLiteral("data_exit"));
     connect(exit, &QPushButton::clicked, this, [this] {
         sheet_.exit_click();
         accept();
@@ -87,12 +89,14 @@ void show_options(MarkSheetOptions& o, QWidget* parent) {
     std::array<QLineEdit*, 12> edits{};
     const auto edit = [&](int i) {
         edits[size_t(i)] = new QLineEdit(o.ps_data[size_t(i)], &dialog);
+        edits[size_t(i)]->setObjectName(QStringLiteral("ps_data_%1").arg(i));
         edits[size_t(i)]->setToolTip(o.ps_tooltip[size_t(i)]);
         edits[size_t(i)]->setMaxLength(kOptionTextLimit);
         return edits[size_t(i)];
     };
     // The letterhead and the dates are chosen, not typed.
     auto* letterhead = new QPushButton(o.ps_data[kLetterheadBox], &dialog);
+    letterhead->setObjectName(QStringLiteral("ps_data_%1").arg(kLetterheadBox));
     QObject::connect(letterhead, &QPushButton::clicked, &dialog, [&] {
         o.ps_data_click(kLetterheadBox);
         letterhead->setText(o.ps_data[kLetterheadBox]);
@@ -101,6 +105,7 @@ void show_options(MarkSheetOptions& o, QWidget* parent) {
     auto* dates = new QHBoxLayout;
     for (int i : {kFromDateBox, kToDateBox}) {
         auto* b = new QPushButton(o.ps_data[size_t(i)], &dialog);
+        b->setObjectName(QStringLiteral("ps_data_%1").arg(i));
         b->setToolTip(o.ps_tooltip[size_t(i)]);
         QObject::connect(b, &QPushButton::clicked, &dialog, [&o, b, i] {
             o.ps_data_click(i);
@@ -121,6 +126,8 @@ void show_options(MarkSheetOptions& o, QWidget* parent) {
     layout->addLayout(form);
     auto* male = new QCheckBox(o.manlik_caption, &dialog);
     auto* female = new QCheckBox(o.vroulik_caption, &dialog);
+    male->setObjectName(QStringLiteral("manlik"));
+    female->setObjectName(QStringLiteral("vroulik"));
     male->setChecked(o.manlik);
     female->setChecked(o.vroulik);
     layout->addWidget(male);
@@ -139,6 +146,7 @@ void show_options(MarkSheetOptions& o, QWidget* parent) {
         dialog.accept();
     });
     auto* exit = new QPushButton(QStringLiteral("X"), &dialog);
+    exit->setObjectName(QStringLiteral("data_exit"));
     QObject::connect(exit, &QPushButton::clicked, &dialog, [&] {
         o.exit_click();
         dialog.reject();

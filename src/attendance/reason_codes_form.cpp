@@ -78,7 +78,7 @@ void show_reason_codes(ReasonCodes& codes, QWidget* parent) {
         dialog.setWindowTitle(codes.caption);
         add->setText(codes.task_new_caption);
         remove->setText(codes.task_delete_caption);
-        print->setText(QStringLiteral("DRUK / PRINT"));
+        print->setText(codes.session().tr("DRUK", "PRINT"));
         save->setText(QStringLiteral("OK"));
         const CellGrid& g = codes.rde_grid;
         grid->setRowCount(g.rows());

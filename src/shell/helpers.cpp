@@ -449,7 +449,7 @@ QString proper_name(const QString& text) {
     return out;
 }
 
-int number_value(const QString& text) {
+int number_value(QStringView text) {
     int i = 0;
     const int n = static_cast<int>(text.size());
     auto skip_blanks = [&] {

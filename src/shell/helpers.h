@@ -38,7 +38,10 @@ QString format_amount(double value);
 
 // The number a text starts with, as the language's Val reads it: blanks skipped (also between
 // digits), an optional sign, then digits; 0 when none, 99999 at most.
-int number_value(const QString& text);
+int number_value(QStringView text);
+inline int number_value(const QString& text) {
+    return number_value(QStringView(text));
+}
 
 // The number a text starts with, as the language's Val reads it: blanks, tabs and line ends
 // are passed over wherever they stand, then an optional sign, digits with at most one point,
