@@ -2,9 +2,11 @@
 #include "reports/qualification_list.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "shell/session.h"
 #include "staff/qualification_names.h"
+#include "store/field_bytes.h"
 #include "store/record_layouts.h"
 
 namespace korvel::reports {
@@ -93,7 +95,8 @@ PrintGrid StaffQualificationList::qualification_grid() {
                          [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<QStringList> rows;
     for (auto& [name, block] : blocks)
-        rows.insert(rows.end(), block.begin(), block.end());
+        rows.insert(rows.end(), std::make_move_iterator(block.begin()),
+                    std::make_move_iterator(block.end()));
     fill_rows(grid, rows);
     return grid;
 }

@@ -9,6 +9,7 @@
 #include "shell/helpers.h"
 #include "shell/session.h"
 #include "shell/staff_person.h"
+#include "store/field_bytes.h"
 #include "store/record_layouts.h"
 
 namespace korvel::reports {

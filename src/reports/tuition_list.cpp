@@ -7,6 +7,7 @@
 
 #include "platform/codepage.h"
 #include "shell/session.h"
+#include "store/field_bytes.h"
 #include "store/record_layouts.h"
 
 namespace korvel::reports {

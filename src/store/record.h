@@ -8,7 +8,6 @@
 #include <QString>
 #include <cstdint>
 #include <optional>
-#include <string_view>
 
 #include "store/layout.h"
 
@@ -79,12 +78,5 @@ QString clean_field(const QString& value);
 
 // The text up to the first blank; blank for a blank text.
 QString first_word(const QString& text);
-
-// The bytes of a text field whose characters are text(f, index).trimmed(), found in the record's
-// bytes without making a string: a list reading thousands of records compares and skips on
-// these and decodes only what it shows.
-std::string_view trimmed_bytes(const char* record, const Field& f, int index = 0);
-// Those bytes as text: text(f, index).trimmed() of a record's bytes.
-QString trimmed_text(const char* record, const Field& f, int index = 0);
 
 }  // namespace korvel::store

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "platform/codepage.h"
+#include "store/field_bytes.h"
 #include "store/record.h"
 #include "store/record_layouts.h"
 #include "store/store.h"
