@@ -2,9 +2,11 @@
 #include "reports/qualification_list.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "shell/session.h"
 #include "staff/qualification_names.h"
+#include "store/field_bytes.h"
 #include "store/record_layouts.h"
 
 namespace korvel::reports {
@@ -56,30 +58,34 @@ PrintGrid StaffQualificationList::qualification_grid() {
     Record additional(store::PRSADD);
     std::vector<std::pair<QString, std::vector<QStringList>>> blocks;
     for (int number : selected_records()) {
-        const Record& r = read_selected(number);
-        const QString post = r.text(L["PA_POS_NR"]).trimmed();
+        const char* bytes = selected_bytes(number);
+        const QString post = store::trimmed_text(bytes, L["PA_POS_NR"]);
         additional.clear();
-        const QByteArray bytes = additional_.value(store::Store::index_key(post));
-        if (bytes.size() == additional.size())
-            additional.assign(bytes.constData());
-        const QString name = list_name(r);
-        std::vector<QStringList> block{
-            {post, name, r.text(L["PA_ID_NR"]).trimmed(), r.text(L["PA_GESLAG"]).trimmed()}};
+        const QByteArray found = additional_.value(store::Store::index_key(post));
+        if (found.size() == additional.size())
+            additional.assign(found.constData());
+        const QString name = selected_name(number);
+        std::vector<QStringList> block{{post, name, store::trimmed_text(bytes, L["PA_ID_NR"]),
+                                        store::trimmed_text(bytes, L["PA_GESLAG"])}};
+        const Record* r = nullptr;  // the whole record, for the first slot that is not blank
         for (int slot = 1; slot <= kQualificationSlots; ++slot) {
-            const QString grde = r.text(L["PK_GRDE"], slot).trimmed();
-            if (grde.isEmpty())
+            // Most slots are blank: they are skipped on their bytes.
+            if (store::trimmed_bytes(bytes, L["PK_GRDE"], slot).empty())
                 continue;
+            if (r == nullptr)
+                r = &read_selected(number);
+            const QString grde = store::trimmed_text(bytes, L["PK_GRDE"], slot);
             const staff::QualificationType* type = staff::qualification_type_of(grde);
             const int list = grde.size() > 1 ? int(staff::QualificationList::akad)
                              : type          ? int(type->list)
                                              : -1;
             if (list >= 0 && !kwalifikasie_lys[size_t(list)])
                 continue;
-            const int year = r.int16(L["PK_JAAR"], slot);
-            QString place = r.text(L["PK_WAAR"], slot).trimmed();
+            const int year = r->int16(L["PK_JAAR"], slot);
+            QString place = store::trimmed_text(bytes, L["PK_WAAR"], slot);
             if (year > 0)
                 place += QStringLiteral(" (") + QString::number(year) + u')';
-            block.push_back({QString(), QString(), staff::qualification_name(r, additional, slot),
+            block.push_back({QString(), QString(), staff::qualification_name(*r, additional, slot),
                              place.trimmed()});
         }
         blocks.push_back({name, std::move(block)});
@@ -89,7 +95,8 @@ PrintGrid StaffQualificationList::qualification_grid() {
                          [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<QStringList> rows;
     for (auto& [name, block] : blocks)
-        rows.insert(rows.end(), block.begin(), block.end());
+        rows.insert(rows.end(), std::make_move_iterator(block.begin()),
+                    std::make_move_iterator(block.end()));
     fill_rows(grid, rows);
     return grid;
 }

@@ -101,6 +101,7 @@ QHBoxLayout* ok_and_exit(QDialog& dialog, const QString& ok_name,
     ok->setToolTip(ok_tip);
     QObject::connect(ok, &QPushButton::clicked, &dialog, ok_click);
     auto* exit = new QPushButton(QStringLiteral("X"), &dialog);
+    exit->setObjectName(QStringLiteral("exit"));
     QObject::connect(exit, &QPushButton::clicked, &dialog, &QDialog::accept);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(ok);

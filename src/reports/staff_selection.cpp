@@ -9,6 +9,7 @@
 #include "shell/helpers.h"
 #include "shell/session.h"
 #include "shell/staff_person.h"
+#include "store/field_bytes.h"
 #include "store/record_layouts.h"
 
 namespace korvel::reports {
@@ -56,17 +57,21 @@ void StaffSelection::load_selection() {
                                tr("UITGESLUIT", "EXCLUDED")};
 
     open_files({Code::PRSALG});
-    prs_lys.clear();
+    // Sorted by post number in capitals, each made once rather than at every comparison.
+    std::vector<std::pair<QString, StaffListEntry>> by_post;
     read_master([&](int number, Record& r) {
         const QString post = r.text(L["PA_POS_NR"]).trimmed();
         if (post.isEmpty() || r.text(L["PA_AKTIEF"]).trimmed() == u"D")
             return;
-        prs_lys.push_back({post, number, post.leftJustified(6) + list_name(r)});
+        const QString name = size_t(number) < names_.size() ? names_[size_t(number)] : list_name(r);
+        by_post.push_back({post.toUpper(), {post, number, post.leftJustified(6) + name}});
     });
-    std::stable_sort(prs_lys.begin(), prs_lys.end(),
-                     [](const StaffListEntry& a, const StaffListEntry& b) {
-                         return a.post.toUpper() < b.post.toUpper();
-                     });
+    std::stable_sort(by_post.begin(), by_post.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    prs_lys.clear();
+    prs_lys.reserve(by_post.size());
+    for (auto& [key, entry] : by_post)
+        prs_lys.push_back(std::move(entry));
     pos_data[1] = prs_lys.empty() ? QString() : prs_lys.front().text;
     pos_data[2] = prs_lys.empty() ? QString() : prs_lys.back().text;
     pos_focus = 1;
@@ -111,21 +116,24 @@ std::vector<int> StaffSelection::selected_records() {
         const int number = prs_lys[size_t(i)].record;
         if (number < 1 || qsizetype(number) * length > master_.size())
             continue;
-        r.assign(master_.constData() + qsizetype(number - 1) * length);
-        if (r.text(L["PA_AKTIEF"]).trimmed() == u"*")
+        const char* bytes = master_.constData() + qsizetype(number - 1) * length;
+        if (store::trimmed_bytes(bytes, L["PA_AKTIEF"]) == "*")
             continue;
-        const QString paymaster = r.text(L["PA_OD_BL"]).trimmed().toUpper();
+        const QString paymaster = store::trimmed_text(bytes, L["PA_OD_BL"]).toUpper();
         if (!kies_aanstelling[0] && (paymaster == u"O" || paymaster.isEmpty()))
             continue;
         if (!kies_aanstelling[1] && paymaster == u"B")
             continue;
         if (!kies_aanstelling[2] && paymaster == u"P")
             continue;
-        const bool educator = shell::is_educator(r);
-        if (kies_administratief == AdminChoice::Only && educator)
-            continue;
-        if (kies_administratief == AdminChoice::Excluded && !educator)
-            continue;
+        if (kies_administratief != AdminChoice::Included) {
+            r.assign(bytes);
+            const bool educator = shell::is_educator(r);
+            if (kies_administratief == AdminChoice::Only && educator)
+                continue;
+            if (kies_administratief == AdminChoice::Excluded && !educator)
+                continue;
+        }
         out.push_back(number);
     }
     return out;
@@ -142,6 +150,19 @@ const Record& StaffSelection::read_selected(int number) {
     return s_.working(Code::PRSALG);
 }
 
+const char* StaffSelection::selected_bytes(int number) {
+    const int length = L.record_length;
+    if (number < 1 || qsizetype(number) * length > master_.size())
+        return read_selected(number).data();
+    return master_.constData() + qsizetype(number - 1) * length;
+}
+
+QString StaffSelection::selected_name(int number) {
+    if (number >= 1 && size_t(number) < names_.size())
+        return names_[size_t(number)];
+    return list_name(read_selected(number));
+}
+
 QString StaffSelection::master_path() const {
     return s_.fs().native(winpath::join(
         s_.folder_of(Code::PRSALG), QString::fromLatin1(L.file_name.data(), L.file_name.size())));
@@ -154,10 +175,13 @@ void StaffSelection::read_master(const std::function<void(int, Record&)>& visit)
     master_time_ = info.lastModified();
     master_.clear();
     master_.reserve(qsizetype(std::max(0, s_.count(Code::PRSALG))) * L.record_length);
+    names_.assign(1, QString());
     s_.scan_records(Code::PRSALG, [&](int number, Record& r) {
         // A record the scan skipped leaves the rest unusable: they would sit at wrong places.
-        if (qsizetype(number - 1) * L.record_length == master_.size())
+        if (qsizetype(number - 1) * L.record_length == master_.size()) {
             master_.append(r.bytes());
+            names_.push_back(list_name(r));
+        }
         if (visit)
             visit(number, r);
     });

@@ -75,6 +75,10 @@ class StaffSelection {
     // A record the last selection took, put in the working record as a read would put it (a
     // record it did not take is read from the file).
     const store::Record& read_selected(int number);
+    // The bytes of such a record, without putting them in the working record.
+    const char* selected_bytes(int number);
+    // list_name of a record the last selection took, made when the master file was read.
+    QString selected_name(int number);
     // The name of the lists: surname, the initials and the title.
     static QString list_name(const store::Record& staff);
 
@@ -106,8 +110,9 @@ class StaffSelection {
     bool master_unchanged() const;
     QString master_path() const;
 
-    std::vector<int> opened_;  // codes opened by this form
-    QByteArray master_;        // records 1 to master_count_, as last read
+    std::vector<int> opened_;     // codes opened by this form
+    QByteArray master_;           // records 1 to master_count_, as last read
+    std::vector<QString> names_;  // list_name of each record of master_, by record number
     int master_count_ = -1;
     qint64 master_size_ = -1;
     QDateTime master_time_;

@@ -2,8 +2,12 @@
 #include "reports/tuition_list.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
+#include "platform/codepage.h"
 #include "shell/session.h"
+#include "store/field_bytes.h"
 #include "store/record_layouts.h"
 
 namespace korvel::reports {
@@ -38,31 +42,52 @@ void TuitionList::load_subjects() {
         return;
     subjects_loaded_ = true;
     open_files({Code::PRSVAK});
+    // Codes and grades are compared as the bytes they are on disk (the code page maps byte to
+    // character one to one) and only the columns shown are made into text.
+    constexpr int kSlots = kLastSubject - kFirstSubject + 1;
+    std::array<std::string_view, kSlots> codes;
+    std::array<std::array<std::string_view, kSlots>, kSlots> grades;
+    std::array<int, kSlots> grade_count{};
+    const auto decode = [](std::string_view b) {
+        return cp1252::decode(b.data(), qsizetype(b.size()));
+    };
     s_.scan_records(Code::PRSVAK, [&](int, Record& r) {
-        const QString post = store::Store::index_key(r.text(V["PV_POS_NR"]));
-        // A post number found twice: its first record counts.
-        if (post.isEmpty() || subjects_.contains(post))
+        const char* bytes = r.data();
+        const std::string_view key = store::trimmed_bytes(bytes, V["PV_POS_NR"]);
+        if (key.empty())
             return;
-        QStringList codes;
-        std::vector<QStringList> grades;
+        const QString post = decode(key).toUpper();
+        // A post number found twice: its first record counts.
+        if (subjects_.contains(post))
+            return;
+        int n = 0;
         for (int i = kFirstSubject; i <= kLastSubject; ++i) {
-            const QString code = r.text(V["PV_VAK2"], i).trimmed();
-            if (code.isEmpty())
+            const std::string_view code = store::trimmed_bytes(bytes, V["PV_VAK2"], i);
+            if (code.empty())
                 continue;
-            qsizetype at = codes.indexOf(code);
-            if (at < 0) {
-                codes << code;
-                grades.emplace_back();
-                at = codes.size() - 1;
+            const int at = int(std::find(codes.begin(), codes.begin() + n, code) - codes.begin());
+            if (at == n) {
+                codes[size_t(n)] = code;
+                grade_count[size_t(n++)] = 0;
             }
-            const QString grade = r.text(V["PV_GRD2"], i).trimmed();
-            if (!grade.isEmpty() && !grades[size_t(at)].contains(grade))
-                grades[size_t(at)] << grade;
+            const std::string_view grade = store::trimmed_bytes(bytes, V["PV_GRD2"], i);
+            auto& of = grades[size_t(at)];
+            int& count = grade_count[size_t(at)];
+            if (!grade.empty() &&
+                std::find(of.begin(), of.begin() + count, grade) == of.begin() + count)
+                of[size_t(count++)] = grade;
         }
         QStringList columns;
-        for (qsizetype c = 0; c < codes.size(); ++c)
-            columns << codes.at(c) + QStringLiteral(" : ") +
-                           grades[size_t(c)].join(QStringLiteral(" / "));
+        columns.reserve(n);
+        for (int c = 0; c < n; ++c) {
+            QString column = decode(codes[size_t(c)]) + QStringLiteral(" : ");
+            for (int g = 0; g < grade_count[size_t(c)]; ++g) {
+                if (g > 0)
+                    column += QStringLiteral(" / ");
+                column += decode(grades[size_t(c)][size_t(g)]);
+            }
+            columns << column;
+        }
         subjects_.insert(post, columns);
     });
 }
@@ -76,11 +101,12 @@ PrintGrid TuitionList::tuition_grid() {
     std::vector<QStringList> rows;
     qsizetype widest = 0;
     for (int number : selected_records()) {
-        const Record& r = read_selected(number);
-        const QString post = r.text(L["PA_POS_NR"]).trimmed();
+        const char* bytes = selected_bytes(number);
+        const QString post = store::trimmed_text(bytes, L["PA_POS_NR"]);
+        QStringList row{post, selected_name(number), store::trimmed_text(bytes, L["PA_ID_NR"])};
         const QStringList subjects = subjects_of(post);
         widest = std::max(widest, subjects.size());
-        rows.push_back(QStringList{post, list_name(r), r.text(L["PA_ID_NR"]).trimmed()} + subjects);
+        rows.push_back(row + subjects);
     }
     QString format = tr(">POS|<PERSONEELLID|<ID-NOMMER", ">PST|<STAFF MEMBER|<ID NUMBER");
     for (qsizetype c = 0; c < widest; ++c)

@@ -259,10 +259,11 @@ void StaffTimetable::exit_click() {
 
 reports::PrintGrid StaffTimetable::print_grid() const {
     reports::PrintGrid grid;
-    // The day columns are centred, as their entries are centred by pad_centre.
+    // The entries centre their subject themselves (pad_centre) and break into lines for the
+    // grade and class: the day columns are left-aligned, so the lines print one below another.
     QString format = QStringLiteral("<");
     for (int d = 1; d <= days; ++d)
-        format += QStringLiteral("|^") + tr("DAG ", "DAY ") + QString::number(d);
+        format += QStringLiteral("|<") + tr("DAG ", "DAY ") + QString::number(d);
     grid.set_format_string(format);
     grid.set_rows(periods + 1);
     for (int p = 1; p <= periods; ++p) {

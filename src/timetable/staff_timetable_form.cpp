@@ -50,6 +50,8 @@ void show_timetable(StaffTimetable& form, QWidget* parent) {
     auto* grid = new QTableWidget(form.days, form.periods, &dialog);
     grid->setObjectName(QStringLiteral("rstr_grid"));
     grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    // Tab leaves the grid for the buttons; the arrows walk its cells.
+    grid->setTabKeyNavigation(false);
     grid->setHorizontalHeaderLabels(form.column_heads);
     grid->setVerticalHeaderLabels(form.row_heads);
     side->addWidget(grid, 1);
@@ -82,6 +84,8 @@ void show_timetable(StaffTimetable& form, QWidget* parent) {
     for (int action : {kDeleteTimetable, kPrintTimetable, kSwapPeriods}) {
         auto* b = new QPushButton(form.rostr_ops[size_t(action)], &dialog);
         b->setObjectName(QStringLiteral("rostr_ops_%1").arg(action));
+        // Enter in the list or the grid presses no button: the first one clears the timetable.
+        b->setAutoDefault(false);
         QObject::connect(b, &QPushButton::clicked, &dialog, [&, action] {
             form.rostr_ops_click(action);
             refresh();
@@ -89,6 +93,8 @@ void show_timetable(StaffTimetable& form, QWidget* parent) {
         buttons->addWidget(b);
     }
     auto* exit = new QPushButton(QStringLiteral("X"), &dialog);
+    exit->setObjectName(QStringLiteral("exit"));
+    exit->setAutoDefault(false);
     QObject::connect(exit, &QPushButton::clicked, &dialog, &QDialog::accept);
     buttons->addWidget(exit);
     side->addLayout(buttons);

@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <limits>
 
+#include "platform/codepage.h"
+#include "store/field_bytes.h"
 #include "store/record.h"
 #include "store/record_layouts.h"
 #include "store/store.h"
@@ -61,6 +64,25 @@ TEST(Record, TextIsCleanedAndPadded) {
     EXPECT_EQ(r.text(van), "  SMIT");
     EXPECT_EQ(r.trim_text(van), "SMIT");
     EXPECT_EQ(r.raw_text(van).left(5), "SMIT ");
+}
+
+TEST(Record, TrimmedBytesDecodeAsTheTrimmedText) {
+    using namespace std::literals;
+    Record r(PRSALG);
+    const Field& van = PRSALG["PA_VAN"];
+    // Blanks, tabs and no-break spaces at either end; NULs inside or after them; a leading NUL;
+    // the ellipsis byte, which is no space in this code page.
+    for (std::string_view bytes :
+         {"  SMIT \t"sv,
+          "\xa0"
+          "DU\0PLOOY\xa0 \0"sv,
+          "AB\0\t"sv, "\0ZZ"sv, "\t \xa0"sv, "\x85X\x85"sv, "VAN DER MERWE"sv}) {
+        std::memset(r.data() + van.offset, ' ', 30);
+        std::memcpy(r.data() + van.offset, bytes.data(), bytes.size());
+        const std::string_view b = trimmed_bytes(r.data(), van);
+        EXPECT_EQ(korvel::cp1252::decode(b.data(), qsizetype(b.size())), r.text(van).trimmed())
+            << bytes;
+    }
 }
 
 TEST(Record, Int16OverflowLeavesTheFieldAlone) {
