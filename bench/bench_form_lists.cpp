@@ -118,6 +118,11 @@ BENCHMARK(BM_ReadFilesFloor)->Unit(benchmark::kMillisecond);
 template <class Form, class Build>
 void grid_against_floor(benchmark::State& state, Build build) {
     Tree& t = tree();
+    // The floor proper: the files read on their own, the best of a few reads. The same read
+    // between the grid's runs is shown beside it; it costs more, the caches being the grid's.
+    double floor = read_floor();
+    for (int i = 0; i < 4; ++i)
+        floor = std::min(floor, read_floor());
     std::vector<double> floors, grids;
     double slowest = 0;
     for (auto _ : state) {
@@ -140,9 +145,10 @@ void grid_against_floor(benchmark::State& state, Build build) {
         if (grid.rows() < kStaff + 1)
             state.SkipWithError("not every staff member is in the grid");
     }
-    state.counters["times_floor"] = median(grids) / median(floors);
+    state.counters["times_floor"] = median(grids) / floor;
+    state.counters["times_floor_between"] = median(grids) / median(floors);
     state.counters["cpu_ms"] = median(grids) * 1e3;
-    state.counters["floor_cpu_ms"] = median(floors) * 1e3;
+    state.counters["floor_cpu_ms"] = floor * 1e3;
     state.counters["seconds"] = slowest;
     // The ratio to the floor is reported, not enforced: a busy machine swings it more than the
     // code does.
