@@ -3,12 +3,10 @@
 #include <QFileInfo>
 #include <memory>
 #include <optional>
-#include <span>
 
 #include "reports/command_line.h"
 #include "shell/folders.h"
 #include "shell/main_menu.h"
-#include "store/upgrades.h"
 #include "yearend/staff_export.h"
 #include "yearend/year_choice.h"
 #include "yearend/year_end.h"
@@ -146,28 +144,9 @@ int upgrade_command(const QStringList& args, QTextStream& out, QTextStream& err)
     if (!run.start(o->afrikaans)) {
         return 1;
     }
-    shell::Session& s = run.session;
     // Each year is opened as its own ledger year, as choosing it in the program would.
-    // The school files of the general year folder too, where the dBASE tables stood.
-    const auto upgrade = [&](const QString& year, const QString& year_folder,
-                             std::span<const store::Code> codes) {
-        const QString folder = year_folder.left(year_folder.size() - 4) + year;
-        if (!s.fs().folder_exists(folder)) {
-            return;
-        }
-        for (const store::Code code : codes) {
-            const store::Layout& layout = store::layout_of(code);
-            const QString done = store::upgrade_on_open(
-                s.fs(), QString::fromLatin1(layout.code.data(), layout.code.size()), folder, year,
-                s.folders.workstation);
-            for (const QString& line : done.split(u'\n', Qt::SkipEmptyParts)) {
-                out << folder << ": " << line << "\n";
-            }
-        }
-    };
-    for (const QString& year : shell::ledger_years(s)) {
-        upgrade(year, s.folders.staff, store::kStaffCodes);
-        upgrade(year, s.folders.general_year, store::kSuiteCodes);
+    for (const QString& year : shell::ledger_years(run.session)) {
+        out << run.session.upgrade_year(year);
     }
     return 0;
 }

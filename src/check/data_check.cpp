@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QSet>
+#include <algorithm>
 #include <climits>
 #include <cmath>
 #include <cstring>
@@ -613,7 +614,8 @@ void Checker::check_companion(const Layout& layout, const Field& key, bool activ
                             "no staff record has post number %1")
                         .arg(k));
         }
-        if (!present && kept_.empty()) {
+        // A closed year starts without attendance: its file is made afresh when next opened.
+        if (!present && (kept_.empty() || &layout == &store::PRSAFW)) {
             return;
         }
     }
@@ -903,6 +905,17 @@ std::optional<CheckTree> locate_tree(const platform::DriveMap& drives, const QSt
                       : with_year(lines.at(3), tree.year);
     }
     f.general_year = shell::general_year_folder(f.admin, tree.year);
+    // A year closed into has no school record of its own yet: the program works on the latest
+    // earlier year's, ten years back at most and never before 2013.
+    const QString school_file = QStringLiteral("skl_dta_random.txt");
+    for (int y = tree.year.toInt() - 1; y >= std::max(tree.year.toInt() - 10, 2013) &&
+                                        !fs.file_exists(join(f.general_year, school_file));
+         --y) {
+        const QString earlier = shell::general_year_folder(f.admin, QString::number(y));
+        if (fs.folder_exists(earlier)) {
+            f.general_year = earlier;
+        }
+    }
     f.school = f.general_year;
     if (!fs.folder_exists(f.staff)) {
         *error = QStringLiteral("THE FOLDER  ") + f.staff + QStringLiteral("  DOES NOT EXIST!");
@@ -990,6 +1003,10 @@ QStringList year_end_leftovers(const CheckTree& tree) {
     QStringList out;
     const FileSystem fs(tree.drives);
     const store::SwitchPaths beside = store::switch_paths(tree.folders.staff);
+    // A closing at work keeps its new folder and journal there until it switches.
+    if (store::switch_at_work(fs, tree.folders.staff)) {
+        return out;
+    }
     for (const QString& path : {beside.staging, beside.retired, beside.journal}) {
         if (fs.file_exists(path) || fs.folder_exists(path)) {
             out << path;

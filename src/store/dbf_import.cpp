@@ -3,6 +3,7 @@
 #include <shapefil.h>
 
 #include <QLocale>
+#include <QtEndian>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -301,7 +302,8 @@ DbfRead read_dbf_table(const QByteArray& table, const Layout& layout,
 }
 
 QString import_dbf_on_open(const platform::FileSystem& fs, const QString& code_name,
-                           const QString& folder, const QString& workstation_folder) {
+                           const QString& folder, const QString& workstation_folder,
+                           const ImportProgress& progress) {
     const auto member = std::find_if(std::begin(kMembers), std::end(kMembers),
                                      [&](const Member& m) { return code_name == m.code; });
     if (member == std::end(kMembers)) {
@@ -336,11 +338,21 @@ QString import_dbf_on_open(const platform::FileSystem& fs, const QString& code_n
     // file takes its place, and goes only after that.
     const QString converted = target + QStringLiteral(".import");
     DbfRead read;
+    // The row count the header claims, for the bar only: the rows themselves say how many
+    // there are.
+    const int claimed =
+        bytes->size() >= 8
+            ? int(std::min<quint32>(qFromLittleEndian<quint32>(bytes->constData() + 4),
+                                    quint32(kMaxRecords)))
+            : 0;
+    const std::unique_ptr<ui::Progress> bar =
+        progress ? progress(claimed) : std::make_unique<ui::NoProgress>();
     const bool written =
         write_file_beside(fs, converted, member->fields.record_length, [&](BlockWriter& out) {
             bool added = true;
             read = read_dbf_table(*bytes, member->fields, [&](const Record& r) {
                 added = read.rows <= kMaxRecords && out.add(r.data());
+                bar->step(read.rows);
                 return added;
             });
             return read.is_table && added;

@@ -9,7 +9,9 @@
 #include <QByteArray>
 #include <QString>
 #include <functional>
+#include <memory>
 
+#include "platform/dialogs.h"
 #include "platform/file_system.h"
 #include "store/record.h"
 
@@ -33,11 +35,15 @@ struct DbfRead {
 DbfRead read_dbf_table(const QByteArray& table, const Layout& layout,
                        const std::function<bool(const Record&)>& each);
 
+// The bar a conversion of so many rows shows its progress on; empty when nobody watches.
+using ImportProgress = std::function<std::unique_ptr<ui::Progress>(int rows)>;
+
 // The table of a code's file in folder converted, when the file is not there and the table
 // is. networklock.txt in workstation_folder says whether the conversion keeps other
 // workstations out of the folder meanwhile. Returns what converted, in words (blank when
 // nothing did).
 QString import_dbf_on_open(const platform::FileSystem& fs, const QString& code_name,
-                           const QString& folder, const QString& workstation_folder);
+                           const QString& folder, const QString& workstation_folder,
+                           const ImportProgress& progress = {});
 
 }  // namespace korvel::store

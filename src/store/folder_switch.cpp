@@ -3,10 +3,17 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
+#include <QSysInfo>
+#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
 #include "platform/winpath.h"
+
+#ifdef Q_OS_UNIX
+#include <signal.h>
+#endif
 
 namespace korvel::store {
 
@@ -77,12 +84,33 @@ SwitchPaths switch_paths(const QString& target) {
             winpath::join(parent, QStringLiteral("~yearend.lock"))};
 }
 
+// Long enough for the largest year to be copied, short enough for a dead workstation's lock not
+// to keep the year closed for the day.
+constexpr std::chrono::minutes kStaleSwitchLock{15};
+
 platform::LockOutcome take_switch_lock(const platform::FileSystem& fs, const QString& target,
                                        std::unique_ptr<platform::HeldLock>* held) {
-    // Long enough for the largest year to be copied, short enough for a dead workstation's
-    // lock not to keep the year closed for the day.
-    constexpr std::chrono::minutes kStale{15};
-    return fs.take_lock(switch_paths(target).lock, kStale, held);
+    return fs.take_lock(switch_paths(target).lock, kStaleSwitchLock, held);
+}
+
+bool switch_at_work(const platform::FileSystem& fs, const QString& target) {
+    const QString lock = switch_paths(target).lock;
+    qint64 pid = 0;
+    QString host;
+    QString program;
+    if (!fs.file_exists(lock) || !QLockFile(fs.native(lock)).getLockInfo(&pid, &host, &program)) {
+        return false;
+    }
+    if (host == QSysInfo::machineHostName()) {
+#ifdef Q_OS_UNIX
+        return pid > 0 && (::kill(pid_t(pid), 0) == 0 || errno == EPERM);
+#else
+        return true;  // no way to ask here: the lock is taken at its word
+#endif
+    }
+    const auto taken = fs.last_modified(lock);
+    return taken && taken->secsTo(QDateTime::currentDateTime()) <
+                        std::chrono::seconds(kStaleSwitchLock).count();
 }
 
 bool is_index_file(const QString& name) {

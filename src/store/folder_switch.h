@@ -57,6 +57,11 @@ platform::LockOutcome take_switch_lock(const platform::FileSystem& fs, const QSt
 // journal go. False when an operation failed: after the journal the next open finishes it.
 bool commit_folder_switch(FileOps& ops, const QString& target, const QString& from_folder);
 
+// Whether a rebuild at work holds the lock beside target, found without writing anything (the
+// data check writes nothing): a holder on this machine counts while its process runs, one on
+// another machine while its lock is younger than a lock's stale time.
+bool switch_at_work(const platform::FileSystem& fs, const QString& target);
+
 // An old dBASE index file: its name in capitals contains ".NTX".
 bool is_index_file(const QString& name);
 // Deletes every index file of a folder.

@@ -1,5 +1,6 @@
 #include "store/store.h"
 
+#include <span>
 #include <utility>
 
 #include "platform/process_end.h"
@@ -211,6 +212,38 @@ bool Store::open_file(Code code, const QString& folder) {
     return open_code(code, dir);
 }
 
+QString Store::upgrade_folder(Code code, const QString& folder, const QString& year) {
+    const Layout& layout = layout_of(code);
+    return upgrade_on_open(fs_, QString::fromLatin1(layout.code.data(), layout.code.size()), folder,
+                           year, folders.workstation, [this](int rows) {
+                               return dialogs().progress(
+                                   tr("DBF-TABEL WORD OMGESKAKEL ...", "CONVERTING DBF TABLE ..."),
+                                   rows, false);
+                           });
+}
+
+QString Store::upgrade_year(const QString& year) {
+    QString done;
+    const auto upgrade = [&](const QString& year_folder, std::span<const Code> codes) {
+        if (year_folder.size() < 4) {
+            return;
+        }
+        const QString folder = year_folder.left(year_folder.size() - 4) + year;
+        if (!fs_.folder_exists(folder)) {
+            return;
+        }
+        for (const Code code : codes) {
+            for (const QString& line :
+                 upgrade_folder(code, folder, year).split(u'\n', Qt::SkipEmptyParts)) {
+                done += folder + QStringLiteral(": ") + line + u'\n';
+            }
+        }
+    };
+    upgrade(folders.staff, kStaffCodes);
+    upgrade(folders.general_year, kSuiteCodes);
+    return done;
+}
+
 bool Store::open_code(Code code, const QString& folder) {
     // A year-end cut short is finished or undone before its folders are used, and dBASE
     // tables and older layouts convert before they are read.
@@ -219,9 +252,8 @@ bool Store::open_code(Code code, const QString& folder) {
         close_file_handle(s.handle);
     }
     settle_folder_switch(fs_, folder);
+    upgrade_folder(code, folder, ledger_year);
     const Layout& layout = layout_of(code);
-    upgrade_on_open(fs_, QString::fromLatin1(layout.code.data(), layout.code.size()), folder,
-                    ledger_year, folders.workstation);
     const int handle = allocate_file_handle(false);
     if (handle == 0) {
         return false;

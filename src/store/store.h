@@ -172,6 +172,11 @@ class Store {
     // undoing a conversion (deleting the record files and copying the tables back) is followed
     // by the conversion again at the next open.
     static constexpr bool kConvertsDbfTables = true;
+    // What opening every file of a year converts, done at once: the staff codes in the staff
+    // folder and the school codes in the general year folder, each folder with the year in
+    // place of its last four characters. Returns what converted, a line each, led by its
+    // folder (blank when nothing did).
+    QString upgrade_year(const QString& year);
 
     // ---- companions and compaction ----
     void ensure_attendance_record(const QString& post);
@@ -204,6 +209,7 @@ class Store {
 
   private:
     bool open_code(Code code, const QString& folder);
+    QString upgrade_folder(Code code, const QString& folder, const QString& year);
     void seed_lurits_file(const QString& folder);
     QString resolve_drive(const QString& folder) const;
     FieldAssign assign_by_number(Code code, int number, const QString& value);

@@ -243,8 +243,9 @@ void new_attendance_record(Record& r, const QString& post) {
 
 QString upgrade_on_open(const platform::FileSystem& fs, const QString& code_name,
                         const QString& folder, const QString& ledger_year,
-                        const QString& workstation_folder) {
-    const QString imported = import_dbf_on_open(fs, code_name, folder, workstation_folder);
+                        const QString& workstation_folder, const ImportProgress& progress) {
+    const QString imported =
+        import_dbf_on_open(fs, code_name, folder, workstation_folder, progress);
     const QString upgraded = upgrade_layout(fs, code_name, folder, ledger_year);
     return imported.isEmpty() || upgraded.isEmpty() ? imported + upgraded
                                                     : imported + u'\n' + upgraded;

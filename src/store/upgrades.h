@@ -10,6 +10,7 @@
 #include <functional>
 
 #include "platform/file_system.h"
+#include "store/dbf_import.h"
 #include "store/record.h"
 
 namespace korvel::store {
@@ -22,7 +23,8 @@ class BlockWriter;
 // (blank when nothing did).
 QString upgrade_on_open(const platform::FileSystem& fs, const QString& code_name,
                         const QString& folder, const QString& ledger_year,
-                        const QString& workstation_folder = {});
+                        const QString& workstation_folder = {},
+                        const ImportProgress& progress = {});
 
 // A record file written whole under the name to: built in a ".part" beside it, pushed to the
 // disk and renamed over to. False, and nothing left behind, when produce or a write failed.

@@ -45,6 +45,10 @@ class StaffExportForm : public QWidget {
             refresh();
         });
 
+        // The years take what four digits need; the names get the room.
+        years_->setMaximumWidth(years_->fontMetrics().horizontalAdvance(QStringLiteral("00000")) +
+                                40);
+        staff_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
         auto* lists = new QHBoxLayout;
         lists->addWidget(years_);
         lists->addWidget(staff_, 3);
@@ -53,7 +57,7 @@ class StaffExportForm : public QWidget {
         layout->addLayout(lists);
         layout->addWidget(admin_titel_);
         layout->addWidget(ok_);
-        resize(900, 560);
+        resize(1100, 600);
     }
 
     bool load() {

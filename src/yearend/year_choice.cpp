@@ -43,6 +43,10 @@ void YearChoice::choose(const QString& picked) {
             *folder = folder->left(folder->size() - 4) + year;
         }
     }
+    // The year's older files convert as it is chosen, the school tables of its general year
+    // folder too: the menu's year change opens only the staff files, and a later start opens
+    // the school of the calendar year.
+    s_.upgrade_year(year);
     if (menu_year_change_) {
         menu_year_change_(year);
     }

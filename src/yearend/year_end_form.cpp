@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "yearend/year_choice.h"
 #include "yearend/year_end.h"
@@ -124,13 +125,15 @@ void show_year_choice(YearChoice& choice, QWidget* parent) {
     list->setObjectName(QStringLiteral("rekords_jaar_lys"));
     list->addItems(choice.rekords_jaar_lys);
     list->setCurrentRow(choice.selected);
-    QObject::connect(list, &QListWidget::itemDoubleClicked, &dialog, [&](QListWidgetItem* item) {
+    // Enter on a year chooses it as a double click does.
+    QObject::connect(list, &QListWidget::itemActivated, &dialog, [&](QListWidgetItem* item) {
         choice.rekords_jaar_lys_dbl_click(list->row(item));
         dialog.accept();
     });
     auto* layout = new QVBoxLayout(&dialog);
     layout->addWidget(list);
-    dialog.resize(240, 320);
+    // Wide enough for the caption in the title bar, with room for its buttons.
+    dialog.resize(std::max(240, dialog.fontMetrics().horizontalAdvance(choice.caption) + 140), 320);
     dialog.exec();
     // Leaving the form with a year selected chooses it too.
     choice.selected = list->currentRow();

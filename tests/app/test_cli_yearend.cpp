@@ -58,7 +58,7 @@ TEST(CliYearEnd, ANewYearWithoutQuestionThenTheQuestionUntilAnOptionIsGiven) {
     EXPECT_EQ(d.cli({"year-end", "--from", d.year, "--to", d.next, "--append"}).code, 0);
 }
 
-TEST(CliYearEnd, ChoosingTheLegacyYearConvertsItsStaffFilesAndExportRefusesUnknownFields) {
+TEST(CliYearEnd, ChoosingTheLegacyYearConvertsItsFilesAndExportRefusesUnknownFields) {
     Demo d;
     ASSERT_TRUE(d.demo_made);
     const QString legacy = "2014";  // the demo's legacy year
@@ -68,6 +68,11 @@ TEST(CliYearEnd, ChoosingTheLegacyYearConvertsItsStaffFilesAndExportRefusesUnkno
     // The staff files convert as the year is chosen.
     EXPECT_TRUE(
         QFileInfo::exists(d.native("VESPARINE/STAFF/P" + legacy + "/prs_afw_2014_random.txt")));
+    // So do the school tables of its general year folder, which no later start opens.
+    const QString general = "VESPARINE/GENERAL/G" + legacy + "/";
+    EXPECT_TRUE(QFileInfo::exists(d.native(general + "skl_dta_random.txt")));
+    EXPECT_TRUE(QFileInfo::exists(d.native(general + "save/s_b_prs.dbf")));
+    EXPECT_FALSE(QFileInfo::exists(d.native(general + "skl_dta.dbf")));
     d.cli({"use-year", d.year});
 
     const QString book = d.native("staff.xlsx");

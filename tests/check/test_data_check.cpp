@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 #include <QTemporaryDir>
 #include <cstring>
 #include <functional>
@@ -119,6 +120,34 @@ TEST(DataCheck, TheDemoTreeIsClean) {
     const CliRun r = check(t);
     EXPECT_EQ(r.code, 0) << r.lines.join('\n').toStdString();
     EXPECT_TRUE(r.lines.isEmpty());
+}
+
+// A closed year has neither attendance nor a school record of its own; undoing a conversion
+// keeps the files in save; a closing at work keeps its journal and new folder beside the years.
+// None of it is a fault, but a journal whose closing is gone is.
+TEST(DataCheck, WhatTheProgramKeepsIsNoFindingButAStaleJournalIs) {
+    Tree t;
+    make_demo(t);
+    const QString next = QString::number(t.year.toInt() + 1);
+    ASSERT_EQ(cli({"year-end", "--drive", "C:=" + t.root(), "--from", t.year, "--to", next}).code,
+              0);
+    t.year = next;
+    QDir().mkpath(t.staff("save/voor herstel 2026-11-23 10.00.00"));
+    write(t.staff("save/voor herstel 2026-11-23 10.00.00/prs_alg_random.txt"), "old");
+    write(t.staff("save/s_b_prs.dbf"), "table");
+    write(t.root() + "/ProgramData/VESPARINE/networklock.txt", "#FALSE#\r\n");
+    const QString years = t.root() + "/VESPARINE/STAFF/";
+    QDir().mkpath(years + "~yearend.new");
+    write(years + "~yearend.switch", "journal");
+    {
+        QLockFile closing(years + "~yearend.lock");
+        ASSERT_TRUE(closing.lock());
+        const CliRun r = check(t);
+        EXPECT_TRUE(r.lines.isEmpty()) << r.lines.join('\n').toStdString();
+    }
+    const CliRun r = check(t);
+    EXPECT_TRUE(r.lines.join('\n').contains("~yearend.switch: left behind by an interrupted"))
+        << r.lines.join('\n').toStdString();
 }
 
 TEST(DataCheck, EachFaultGivesItsFinding) {

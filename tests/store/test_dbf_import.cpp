@@ -84,6 +84,7 @@ TEST(DbfImport, SchoolTableConvertsByColumnNamesAndMovesToSave) {
               9);  // #FALSE# and the line end
     t.store.open_suite_file("SKL");
     EXPECT_EQ(t.bytes("skl_dta_random.txt"), file);
+    EXPECT_EQ(t.dialogs.progress_shown().size(), 1);  // the conversion, not the second open
 }
 
 TEST(DbfImport, ClassPeriodsConvertThroughTheirOlderLayoutOnce) {

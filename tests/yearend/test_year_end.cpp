@@ -10,11 +10,13 @@
 #include "store/folder_switch.h"
 #include "ui/scripted_dialogs.h"
 #include "yearend/staff_export.h"
+#include "yearend/workbook_rows.h"
 #include "yearend/year_choice.h"
 #include "yearend/year_end.h"
 
 using namespace korvel;
 using korvel::store::PRSALG;
+using korvel::testing::workbook_rows;
 
 namespace {
 
@@ -316,25 +318,6 @@ TEST(YearChoice, WritesTheGradeYearFileMovesTheFoldersAndHandsOnToTheMenu) {
     EXPECT_EQ(*t.session.fs().read_all("C:\\VESPARINE\\ADMIN\\graad_jaar.txt"), "\r\n2026\r\n");
     EXPECT_EQ(changes.last(), "2026");
 }
-
-namespace {
-
-// The cells of the first sheet of a workbook, read by openpyxl: one line a row, the cells
-// joined by "|" (an empty cell as "-").
-QStringList workbook_rows(const QString& path) {
-    QProcess python;  // the system's, which has openpyxl
-    python.start(
-        "/usr/bin/python3",
-        {"-c",
-         "import sys, openpyxl\n"
-         "for row in openpyxl.load_workbook(sys.argv[1]).active.iter_rows(values_only=True):\n"
-         "    print('|'.join('-' if v is None else str(v) for v in row))\n",
-         path});
-    python.waitForFinished(60000);
-    return QString::fromUtf8(python.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
-}
-
-}  // namespace
 
 TEST(StaffExport, ActiveStaffSortedTextIntactAndTheTildeShift) {
     YearTree t;
