@@ -111,6 +111,24 @@ MemberPhone split_member_phone(const QString& text) {
     return {digits.left(3), digits.mid(3)};
 }
 
+int member_box_width(int box) {
+    constexpr int kDate = 10;
+    constexpr int kCellCode = 3;
+    for (const TextBox& b : kTextBoxes) {
+        if (b.box == box) {
+            return b.stored.width;
+        }
+    }
+    switch (box) {
+        case 17:
+            return kCellCode;
+        case 18:
+            return BHRLGM["BL_SEL"].width - kCellCode;
+        default:
+            return kDate;  // the birth date and the date elected
+    }
+}
+
 QStringList member_choice_rows(MemberChoice list, bool afrikaans) {
     switch (list) {
         case MemberChoice::tipe_kieslys:

@@ -47,6 +47,11 @@ struct MemberPhone {
 };
 MemberPhone split_member_phone(const QString& text);
 
+// How many characters box `box` takes: the width of the field it is kept in, so that a box
+// never holds more than the record keeps (a date ten; the cell number's code three, its number
+// the rest of the cell field).
+int member_box_width(int box);
+
 // The rows of the three choice lists in a language.
 enum class MemberChoice { tipe_kieslys, onderrig_kieslys, hoedanigheid_kieslys };
 QStringList member_choice_rows(MemberChoice list, bool afrikaans);

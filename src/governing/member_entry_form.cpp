@@ -58,7 +58,7 @@ void show_entry(MemberEntry& entry, QWidget* parent) {
             }
         });
     for (const int b : kBoxOrder) {
-        boxes.make(b, 20, &dialog);
+        boxes.make(b, member_box_width(b), &dialog);
     }
     std::array<QLabel*, kMemberLabels> labels{};
     for (int i = 0; i < kMemberLabels; ++i) {

@@ -59,10 +59,12 @@ TEST_F(MemberFormTest, AddingAMemberWritesItsRecord) {
             return;
         }
         filled = true;
-        QTest::keyClicks(child<QLineEdit>(modal, "prs_data_1"), "botha");
+        // Longer than twenty: each box takes its own field's width.
+        QTest::keyClicks(child<QLineEdit>(modal, "prs_data_1"), "botha-van der westhuizen");
         QTest::keyClicks(child<QLineEdit>(modal, "prs_data_2"), "karel jan");
         QTest::keyClicks(child<QLineEdit>(modal, "prs_data_5"), "7001015009086");
         QTest::keyClicks(child<QLineEdit>(modal, "prs_data_8"), "G MARRIED");
+        QTest::keyClicks(child<QLineEdit>(modal, "prs_data_23"), "karel.botha@skool.example.co.za");
         QTest::keyClicks(child<QLineEdit>(modal, "prs_data_17"), "082");
         QTest::keyClicks(child<QLineEdit>(modal, "prs_data_18"), "5550000");
         child<QRadioButton>(modal, "bl_geslag_1")->click();
@@ -88,7 +90,8 @@ TEST_F(MemberFormTest, AddingAMemberWritesItsRecord) {
     store::Record r(store::BHRLGM);
     r.assign(bytes.constData() + bytes.size() - store::BHRLGM.record_length);
     const auto& B = store::BHRLGM;
-    EXPECT_EQ(r.text(B["BL_VAN"]).trimmed(), "BOTHA");
+    EXPECT_EQ(r.text(B["BL_VAN"]).trimmed(), "BOTHA-VAN DER WESTHUIZEN");
+    EXPECT_EQ(r.text(B["BL_EPOS"]).trimmed().toLower(), "karel.botha@skool.example.co.za");
     EXPECT_EQ(r.text(B["BL_VRLTR"]).trimmed(), "K J");
     EXPECT_EQ(r.text(B["BL_GESLAG"]), "M");
     EXPECT_EQ(r.text(B["BL_TIPE"]), "3");
