@@ -567,8 +567,6 @@ QWidget* open_salary_capture(shell::Session& session, QWidget* parent) {
     reports::PrintJob job(host.job_device(), session.dialogs(), reports::report_school(session),
                           session.afrikaans);
     job.general_year_folder = session.fs().native(session.folders.general_year);
-    reports::QtPrintProgress progress(parent);
-    job.progress = &progress;
     SalaryCapture capture(session);
     capture.form_load();
     capture.open_print_chooser = [&] {
