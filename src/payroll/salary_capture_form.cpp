@@ -396,6 +396,7 @@ void show_letterhead_chooser(reports::LetterheadChooser& f, QWidget* parent) {
     row->addWidget(change);
     row->addWidget(ok);
     layout->addLayout(row);
+    ui::tab_in_order({list, change, ok});
     const auto show = [&] {
         list->clear();
         list->addItems(f.briefhoof_lys);
