@@ -517,10 +517,12 @@ void AttendanceRegister::save_grid() {
     }
     book.clear_stale(reach);
 
+    // One record written per row: on a shared drive a large staff takes a while. A month half
+    // saved would be worse than waiting, so the bar has no cancel.
+    const std::unique_ptr<ui::Progress> bar = session_.dialogs().progress(
+        session_.tr("Bywoning word gestoor ...", "Saving the attendance ..."), total, false);
     for (int row = kFirstStaffRow; row < afw_grid.rows(); ++row) {
-        if (progress) {
-            progress(row - kFirstStaffRow, total);
-        }
+        bar->step(row - kFirstStaffRow);
         const int number = book.find_live(afw_grid.text(row, kColPost));
         if (number == 0) {
             continue;
@@ -548,9 +550,7 @@ void AttendanceRegister::save_grid() {
         }
         book.write(number);
     }
-    if (progress) {
-        progress(total, total);
-    }
+    bar->step(total);
 }
 
 void AttendanceRegister::staff_exit_click() {

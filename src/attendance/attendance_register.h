@@ -77,8 +77,7 @@ class AttendanceRegister {
     ToolTips tool_tips() const;
 
     // ---- forms of other work ----
-    std::function<void()> open_reports;                 // sk423_prg, modal
-    std::function<void(int done, int total)> progress;  // the save's progress bar
+    std::function<void()> open_reports;  // sk423_prg, modal
 
     // ---- events ----
     void form_load();

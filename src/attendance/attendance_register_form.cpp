@@ -1,6 +1,7 @@
 #include "attendance/attendance_register_form.h"
 
 #include "attendance/attendance_reports_form.h"
+#include "ui/form_window.h"
 
 #include <QContextMenuEvent>
 #include <QCursor>
@@ -164,6 +165,7 @@ AttendanceRegisterForm::AttendanceRegisterForm(shell::Session& session, bool edu
     buttons->addWidget(druk);
     buttons->addStretch();
     buttons->addWidget(staff_exit_);
+    ui::tab_in_order({calendar_, kodes_, grid_sort_, druk, staff_exit_});
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(body, 1);
     layout->addLayout(buttons);

@@ -30,6 +30,12 @@ void show_leave_capture(LeaveCapture& leave, QWidget* parent) {
     auto* kodes = new QPushButton(QStringLiteral("..."), &dialog);
     auto* ok = new QPushButton(QStringLiteral("OK"), &dialog);
     auto* exit = new QPushButton(QStringLiteral("X"), &dialog);
+    // Escape leaves through the exit; Enter in the list takes the reason and presses no button.
+    exit->setObjectName(QStringLiteral("staff_exit"));
+    reasons->setObjectName(QStringLiteral("kode_lys"));
+    for (QPushButton* b : {dates[1], dates[2], kodes, ok, exit}) {
+        b->setAutoDefault(false);
+    }
 
     const auto refresh = [&] {
         dialog.setWindowTitle(leave.caption);
@@ -53,7 +59,7 @@ void show_leave_capture(LeaveCapture& leave, QWidget* parent) {
             refresh();
         });
     }
-    QObject::connect(reasons, &QListWidget::itemDoubleClicked, &dialog, [&](QListWidgetItem* item) {
+    QObject::connect(reasons, &QListWidget::itemActivated, &dialog, [&](QListWidgetItem* item) {
         leave.kode_lys_dbl_click(reasons->row(item));
         refresh();
     });

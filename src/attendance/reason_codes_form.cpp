@@ -44,8 +44,6 @@ void print_to_chosen_target(shell::Session& session, const CodeListPrint& list, 
     reports::PrintJob job(host.job_device(), session.dialogs(), reports::report_school(session),
                           session.afrikaans);
     job.general_year_folder = session.fs().native(session.folders.general_year);
-    reports::QtPrintProgress progress(parent);
-    job.progress = &progress;
     if (reports::ask_print_target(job, host, session.fs().native(session.folders.workstation))) {
         print_code_list(job, list);
     }

@@ -15,6 +15,7 @@
 #include "governing/member_register_form.h"
 #include "staff/form_boxes.h"
 #include "store/record_layouts.h"
+#include "ui/form_window.h"
 
 namespace korvel::governing {
 
@@ -237,6 +238,16 @@ void show_entry(MemberEntry& entry, QWidget* parent) {
     auto* layout = new QVBoxLayout(&dialog);
     layout->addLayout(grid);
     layout->addLayout(buttons);
+    QList<QWidget*> tab_order{choices[0]};
+    for (const int b : kBoxOrder) {
+        tab_order << boxes.at(b);
+        if (b == 3) {
+            tab_order << gender[0] << gender[1] << sa_burger;
+        }
+    }
+    tab_order << choices[1] << bl_aktief << choices[2] << data_ok << data_del << data_aktiveer
+              << opmerkings << staff_exit;
+    ui::tab_in_order(tab_order);
 
     entry.form_activate();
     refresh();

@@ -396,6 +396,7 @@ void show_letterhead_chooser(reports::LetterheadChooser& f, QWidget* parent) {
     row->addWidget(change);
     row->addWidget(ok);
     layout->addLayout(row);
+    ui::tab_in_order({list, change, ok});
     const auto show = [&] {
         list->clear();
         list->addItems(f.briefhoof_lys);
@@ -567,8 +568,6 @@ QWidget* open_salary_capture(shell::Session& session, QWidget* parent) {
     reports::PrintJob job(host.job_device(), session.dialogs(), reports::report_school(session),
                           session.afrikaans);
     job.general_year_folder = session.fs().native(session.folders.general_year);
-    reports::QtPrintProgress progress(parent);
-    job.progress = &progress;
     SalaryCapture capture(session);
     capture.form_load();
     capture.open_print_chooser = [&] {

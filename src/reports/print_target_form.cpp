@@ -36,9 +36,10 @@ PrintTargetForm::PrintTargetForm(PrintTarget& behaviour, QWidget* parent)
         b->setAutoDefault(false);
         return b;
     };
+    // Made in the order they stand, which is the order Tab takes.
     druk_ok = make("druk_ok");
-    druk_stop = make("druk_stop");
     druk_wysig = make("druk_wysig");
+    druk_stop = make("druk_stop");
     kies_kleur = make("kies_kleur");
     kies_mono = make("kies_mono");
     kies_excel = make("kies_excel");

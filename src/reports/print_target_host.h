@@ -38,12 +38,6 @@ class QtPrintTargetHost : public PrintTargetHost {
     std::vector<std::unique_ptr<ui::PreviewPrinterDevice>> previews_;
 };
 
-// Nothing: the print run keeps its own page counter (see PrintProgress).
-class QtPrintProgress : public PrintProgress {
-  public:
-    explicit QtPrintProgress(QWidget* = nullptr) {}
-};
-
 // A report's job for a form that prints: the printer in use behind its preview, the school of
 // the session and the target form.
 struct QtReportJob {

@@ -32,14 +32,6 @@ struct ReportSchool {
     QImage emblem;  // the department emblem of the province; null: none
 };
 
-// Forms once gave a print run a page-counter window of their own; the run now keeps its counter
-// itself (PrintJob). These remain only so that such forms still build until they drop the lines
-// that set `PrintJob::progress`, which nothing reads.
-class PrintProgress {
-  public:
-    virtual ~PrintProgress() = default;
-};
-
 // One font line of a letterhead's font file: the school name or the address block.
 struct LetterheadFont {
     QString name;  // empty: the block is not printed
@@ -110,7 +102,6 @@ class PrintJob {
     QString general_year_folder;
     // The clock of the header; the machine's when not set.
     std::function<QDateTime()> clock;
-    PrintProgress* progress = nullptr;  // unused; see PrintProgress
 
     PrintDevice& device() { return *device_; }
     void set_device(PrintDevice& device) { device_ = &device; }

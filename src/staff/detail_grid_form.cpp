@@ -24,6 +24,10 @@ void GridView::show_values() {
         setRowCount(rows);
         setColumnCount(grid_.columns);
         setHorizontalHeaderLabels(grid_.headings);
+        // A heading is never cut: each column at least as wide as its heading.
+        for (int c = 0; c + 1 < columnCount(); ++c) {
+            setColumnWidth(c, std::max(columnWidth(c), horizontalHeader()->sectionSizeHint(c)));
+        }
     }
     for (int r = 0; r < rows; ++r) {
         for (int c = 0; c < grid_.columns; ++c) {

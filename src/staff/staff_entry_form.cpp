@@ -120,17 +120,29 @@ const char* list_name(EntryList list) {
     return "";
 }
 
-// The remarks button opens the public remarks on a left click and the private ones on a right.
+// The remarks button opens the public remarks on a click (or Space) and the private ones on a
+// right click.
 class RemarksButton : public QPushButton {
   public:
-    using QPushButton::QPushButton;
+    RemarksButton(const QString& text, QWidget* parent) : QPushButton(text, parent) {
+        setAutoDefault(false);  // Enter on a list or an option opens nothing
+        connect(this, &QAbstractButton::clicked, this, [this] {
+            if (pressed_with) {
+                pressed_with(false);
+            }
+        });
+    }
     std::function<void(bool right_button)> pressed_with;
 
   protected:
     void mouseReleaseEvent(QMouseEvent* e) override {
-        QPushButton::mouseReleaseEvent(e);
+        if (e->button() != Qt::RightButton) {
+            QPushButton::mouseReleaseEvent(e);
+            return;
+        }
+        setDown(false);
         if (pressed_with && rect().contains(e->position().toPoint())) {
-            pressed_with(e->button() == Qt::RightButton);
+            pressed_with(true);
         }
     }
     void mousePressEvent(QMouseEvent* e) override {
@@ -403,6 +415,10 @@ void show_entry(StaffEntry& entry, QWidget* parent) {
     labels[26]->hide();  // the teaching level's caption is its frame's title
     QListWidget* appointments = lists[static_cast<std::size_t>(EntryList::Tipe_aanstelling)];
     appointments->setMaximumHeight(appointments->fontMetrics().height() * 4 + 8);
+    // The type of appointment stands on the form: Tab reaches it and the arrows choose.
+    appointments->setFocusPolicy(Qt::StrongFocus);
+    QObject::connect(appointments, &QListWidget::currentRowChanged, &dialog,
+                     [&entry](int row) { entry.list_click(EntryList::Tipe_aanstelling, row); });
     box(0)->setMaximumWidth(box(0)->fontMetrics().horizontalAdvance(u'W') * 3);
     appointment->addWidget(labels[17]);
     appointment->addWidget(lists[static_cast<std::size_t>(EntryList::Tipe_aanstelling)]);

@@ -60,12 +60,17 @@ void show_subject_codes(SubjectChooser& form, QWidget* parent) {
                          form.lurits_vaklys_column_click(column);
                          show_rows();
                      });
-    QObject::connect(table, &QTableWidget::cellClicked, &dialog, [&](int row, int) {
+    // A click on a row chooses it; so does Enter on the current row.
+    const auto choose = [&](int row) {
         form.lurits_vaklys_click(row);
         if (form.closed) {
             dialog.accept();
         }
-    });
+    };
+    QObject::connect(table, &QTableWidget::cellClicked, &dialog,
+                     [choose](int row, int) { choose(row); });
+    QObject::connect(table, &QTableWidget::activated, &dialog,
+                     [choose](const QModelIndex& at) { choose(at.row()); });
     QPushButton* ok = button(QStringLiteral("vakke_ok"), QStringLiteral("OK"), dialog);
     QObject::connect(ok, &QPushButton::clicked, &dialog, [&] {
         form.vakke_ok_click();

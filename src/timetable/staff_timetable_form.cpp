@@ -29,8 +29,6 @@ void show_timetable(StaffTimetable& form, QWidget* parent) {
     reports::PrintJob job(host.job_device(), session.dialogs(), reports::report_school(session),
                           session.afrikaans);
     job.general_year_folder = session.fs().native(session.folders.general_year);
-    reports::QtPrintProgress progress(&dialog);
-    job.progress = &progress;
     form.job = &job;
     const QString workstation = session.fs().native(session.folders.workstation);
     form.choose_target = [&](reports::PrintJob& j) {

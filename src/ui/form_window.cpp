@@ -32,7 +32,7 @@ QSettings workstation_settings() {
 }
 
 QString place_key(const QWidget& form) {
-    return QStringLiteral("forms/%1/geometry").arg(form.objectName());
+    return QStringLiteral("forms/%1/place").arg(form.objectName());
 }
 
 QRect available_for(const QWidget& form, const QWidget* opener) {
@@ -184,23 +184,30 @@ void place_form(QWidget& form, QWidget* opener) {
         opener = opener->window();
     }
     const QRect available = available_for(form, opener);
-    const QByteArray kept = workstation_settings().value(place_key(form)).toByteArray();
-    if (!kept.isEmpty() && form.restoreGeometry(kept)) {
-        form.setGeometry(fitted_geometry(form.size(), form.geometry(), available));
-        return;
-    }
     // The title bar and frame come on top of the client area.
     const QSize frame(0, 32);
-    const QSize want = form.testAttribute(Qt::WA_Resized)
-                           ? form.size()
-                           : form.sizeHint().expandedTo(form.minimumSizeHint());
-    const QRect outer = fitted_geometry(
-        want + frame, opener != nullptr ? opener->frameGeometry() : QRect(), available);
+    // The client area is kept, not the frame: a frame's place read back as a client area's
+    // would walk the form down the screen by a title bar each time it opens.
+    const QRect kept = workstation_settings().value(place_key(form)).toRect();
+    QSize want;
+    QRect around;
+    if (kept.isValid()) {
+        want = kept.size();
+        around = QRect(kept.topLeft() - QPoint(0, frame.height()), kept.size() + frame);
+    } else {
+        want = form.testAttribute(Qt::WA_Resized)
+                   ? form.size()
+                   : form.sizeHint().expandedTo(form.minimumSizeHint());
+        around = opener != nullptr ? opener->frameGeometry() : QRect();
+    }
+    const QRect outer = fitted_geometry(want + frame, around, available);
     form.setGeometry(QRect(outer.topLeft() + QPoint(0, frame.height()), outer.size() - frame));
 }
 
 void remember_place(const QWidget& form) {
-    workstation_settings().setValue(place_key(form), form.saveGeometry());
+    workstation_settings().setValue(place_key(form), form.isMaximized() || form.isFullScreen()
+                                                         ? form.normalGeometry()
+                                                         : form.geometry());
 }
 
 QAbstractButton* exit_button(const QWidget& form) {

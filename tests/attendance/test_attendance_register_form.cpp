@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QListWidget>
 #include <QPointer>
 #include <QProcess>
 #include <QPushButton>
@@ -312,6 +313,13 @@ TEST(AttendanceRegisterForm, LeaveCaptureWritesTheStretchAndUnloads) {
         // what was written; that message is answered, and the form unloads by itself.
         leave.prs_data[1] = "2026.06.01";
         leave.prs_data[2] = "2026.06.02";
+        // Enter in the list takes the reason, as a double click does, and presses no button.
+        auto* reasons = leave_form->findChild<QListWidget*>("kode_lys");
+        ASSERT_NE(reasons, nullptr);
+        reasons->setCurrentRow(1);
+        QTest::keyClick(reasons, Qt::Key_Return);
+        EXPECT_EQ(leave.reason, "2");
+        EXPECT_FALSE(leave.closed);
         QTimer::singleShot(100, [] { QApplication::activeModalWidget()->close(); });
         stays_open.start(3000);
         click(leave_form, "OK");

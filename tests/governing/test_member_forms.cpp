@@ -59,6 +59,12 @@ TEST_F(MemberFormTest, AddingAMemberWritesItsRecord) {
             return;
         }
         filled = true;
+        // Tab runs as the fields stand: from the type at the top to the surname, and from the
+        // names to the gender beside them.
+        EXPECT_EQ(child<QComboBox>(modal, "tipe_kieslys")->nextInFocusChain(),
+                  child<QLineEdit>(modal, "prs_data_1"));
+        EXPECT_EQ(child<QLineEdit>(modal, "prs_data_3")->nextInFocusChain(),
+                  child<QRadioButton>(modal, "bl_geslag_1"));
         // Longer than twenty: each box takes its own field's width.
         QTest::keyClicks(child<QLineEdit>(modal, "prs_data_1"), "botha-van der westhuizen");
         QTest::keyClicks(child<QLineEdit>(modal, "prs_data_2"), "karel jan");
