@@ -9,25 +9,17 @@
 
 #include "app/cli.h"
 #include "app/cli_dump.h"
+#include "app/cli_run.h"
 #include "store/record_layouts.h"
 
 using korvel::app::run_cli;
 
 namespace {
 
-struct CliRun {
-    int code;
-    QString out;
-    QString err;
-};
+using korvel::testing::CliRun;
 
 CliRun cli(const QStringList& args) {
-    QString out, err;
-    QTextStream o(&out), e(&err);
-    const int code = run_cli(args, o, e);
-    o.flush();
-    e.flush();
-    return {code, out, err};
+    return korvel::testing::cli_run(args);
 }
 
 }  // namespace

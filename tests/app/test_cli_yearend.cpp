@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include "app/cli.h"
+#include "app/cli_run.h"
 
 using korvel::app::run_cli;
 
@@ -19,19 +20,10 @@ struct Demo {
         QTextStream o(&out), e(&err);
         demo_made = run_cli({"demo", tmp.path()}, o, e) == 0;
     }
-    struct Run {
-        int code;
-        QString out, err;
-    };
-    Run cli(QStringList args) {
+    korvel::testing::CliRun cli(QStringList args) {
         args << "--drive"
              << "C:=" + tmp.path();
-        QString out, err;
-        QTextStream o(&out), e(&err);
-        const int code = run_cli(args, o, e);
-        o.flush();
-        e.flush();
-        return {code, out, err};
+        return korvel::testing::cli_run(args);
     }
     QString native(const QString& relative) const { return tmp.path() + "/" + relative; }
 
