@@ -21,15 +21,23 @@ char16_t byte_to_char(unsigned char b) {
     return b;
 }
 
+void decode_to(QChar* dst, const char* bytes, qsizetype size) {
+    for (qsizetype i = 0; i < size; ++i) {
+        dst[i] = QChar(byte_to_char(static_cast<unsigned char>(bytes[i])));
+    }
+}
 }  // namespace
 
 QString decode(const char* bytes, qsizetype size) {
     QString out(size, Qt::Uninitialized);
-    QChar* dst = out.data();
-    for (qsizetype i = 0; i < size; ++i) {
-        dst[i] = QChar(byte_to_char(static_cast<unsigned char>(bytes[i])));
-    }
+    decode_to(out.data(), bytes, size);
     return out;
+}
+
+void append(QString& out, const char* bytes, qsizetype size) {
+    const qsizetype at = out.size();
+    out.resize(at + size);
+    decode_to(out.data() + at, bytes, size);
 }
 
 char to_byte(char32_t c) {

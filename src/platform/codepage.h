@@ -12,6 +12,8 @@ namespace korvel::cp1252 {
 
 // The characters of the bytes, one character a byte.
 QString decode(const char* bytes, qsizetype size);
+// The characters of the bytes put at the end of out, without a string of their own between.
+void append(QString& out, const char* bytes, qsizetype size);
 inline QString decode(const QByteArray& bytes) {
     return decode(bytes.constData(), bytes.size());
 }

@@ -1,6 +1,7 @@
 #include "platform/drive_map.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcessEnvironment>
@@ -14,10 +15,12 @@ namespace {
 
 // Finds an existing entry of dir whose name equals name without regard to case; blank if none.
 QString find_entry_nocase(const QString& dir, const QString& name) {
-    const QDir d(dir);
-    const QStringList entries =
-        d.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    for (const QString& entry : entries) {
+    // Walked in the folder's own order, which also settles a tie between names that differ
+    // only in case; nothing is sorted or looked at past the first match.
+    QDirIterator it(dir, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    while (it.hasNext()) {
+        it.next();
+        const QString entry = it.fileName();
         if (entry.compare(name, Qt::CaseInsensitive) == 0) {
             return entry;
         }

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "platform/codepage.h"
+#include "store/field_bytes.h"
 
 namespace korvel::store {
 
@@ -33,6 +34,9 @@ Record::Record(const Layout& layout) : layout_(&layout), bytes_(layout.record_le
     clear();
 }
 
+Record::Record(const Layout& layout, const char* bytes)
+    : layout_(&layout), bytes_(bytes, layout.record_length) {}
+
 void Record::assign(const char* bytes) {
     std::memcpy(bytes_.data(), bytes, static_cast<std::size_t>(bytes_.size()));
 }
@@ -58,15 +62,11 @@ char* Record::at(const Field& f, int index) {
 }
 
 QString Record::text(const Field& f, int index) const {
-    const char* p = at(f, index);
-    if (p[0] == '\0') {
+    if (at(f, index)[0] == '\0') {
         return {};
     }
-    int n = f.width;
-    while (n > 0 && (p[n - 1] == ' ' || p[n - 1] == '\0')) {
-        --n;
-    }
-    return cp1252::decode(p, n);
+    const std::string_view b = text_bytes(data(), f, index);
+    return cp1252::decode(b.data(), static_cast<qsizetype>(b.size()));
 }
 
 QString Record::raw_text(const Field& f, int index) const {
@@ -84,8 +84,8 @@ QString Record::trim_text(const Field& f, int index) {
 }
 
 std::int16_t Record::int16(const Field& f, int index) const {
-    const auto* p = reinterpret_cast<const unsigned char*>(at(f, index));
-    return static_cast<std::int16_t>(static_cast<std::uint16_t>(p[0] | (p[1] << 8)));
+    static_cast<void>(at(f, index));  // its checks that the field lies in the record
+    return int16_bytes(data(), f, index);
 }
 
 bool Record::set_int16(const Field& f, long long value, int index) {

@@ -21,6 +21,8 @@ double serial_from_date(const QDate& date);  // null date -> 0
 class Record {
   public:
     explicit Record(const Layout& layout);
+    // A record of the layout holding a copy of record_length bytes.
+    Record(const Layout& layout, const char* bytes);
 
     const Layout& layout() const { return *layout_; }
     int size() const { return layout_->record_length; }

@@ -118,29 +118,39 @@ bool RecordFile::scan(int first, int last, const std::function<bool(int, const c
         new char[static_cast<std::size_t>(per_block) * record_length_]);
     for (int start = first; start <= last; start += per_block) {
         const int n = std::min(per_block, last - start + 1);
-        const qint64 want = static_cast<qint64>(n) * record_length_;
-        if (!file_.seek(static_cast<qint64>(start - 1) * record_length_)) {
+        if (!read_block(start, block.get(), n)) {
             return false;
         }
-        qint64 have = 0;
-        while (have < want) {
-            const qint64 got = file_.read(block.get() + have, want - have);
-            if (got < 0) {
-                return false;
-            }
-            if (got == 0) {
-                break;
-            }
-            have += got;
-        }
-        // Past the end of the file records read as NUL.
-        std::memset(block.get() + have, 0, static_cast<std::size_t>(want - have));
         for (int i = 0; i < n; ++i) {
             if (!visit(start + i, block.get() + static_cast<std::size_t>(i) * record_length_)) {
                 return true;
             }
         }
     }
+    return true;
+}
+
+bool RecordFile::read_block(int first, char* records, int n) {
+    if (first < 1 || n < 0) {
+        return false;
+    }
+    const qint64 want = static_cast<qint64>(n) * record_length_;
+    if (!file_.seek(static_cast<qint64>(first - 1) * record_length_)) {
+        return false;
+    }
+    qint64 have = 0;
+    while (have < want) {
+        const qint64 got = file_.read(records + have, want - have);
+        if (got < 0) {
+            return false;
+        }
+        if (got == 0) {
+            break;
+        }
+        have += got;
+    }
+    // Past the end of the file records read as NUL.
+    std::memset(records + have, 0, static_cast<std::size_t>(want - have));
     return true;
 }
 

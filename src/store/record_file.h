@@ -55,6 +55,9 @@ class RecordFile {
 
     // Writes n records one after the other from record number first.
     bool write_block(int first, const char* records, int n);
+    // Reads n records from record number first into records; bytes past the end of the file
+    // read as NUL. False for a failed read.
+    bool read_block(int first, char* records, int n);
 
     // Calls visit(number, bytes) for each record from first to last, reading blocks of many
     // records at a time, until visit returns false. Bytes past the end of the file read as

@@ -320,14 +320,21 @@ bool Store::append_record(Code code) {
 
 void Store::scan_records(Code code, const std::function<void(int, Record&)>& visit) {
     FileState& s = state(code);
+    scan_bytes(code, [&](int number, const char* bytes) {
+        s.working.assign(bytes);
+        s.current = number;
+        visit(number, s.working);
+    });
+}
+
+void Store::scan_bytes(Code code, const std::function<void(int, const char*)>& visit) {
+    FileState& s = state(code);
     RecordFile* f = pool_.file(s.handle);
     if (f == nullptr || s.count < 1) {
         return;
     }
     f->scan(1, s.count, [&](int number, const char* bytes) {
-        s.working.assign(bytes);
-        s.current = number;
-        visit(number, s.working);
+        visit(number, bytes);
         return true;
     });
 }

@@ -66,6 +66,29 @@ TEST(Record, TextIsCleanedAndPadded) {
     EXPECT_EQ(r.raw_text(van).left(5), "SMIT ");
 }
 
+TEST(Record, TextDropsTheBlanksAndNulsThatPadTheField) {
+    using namespace std::literals;
+    Record r(PRSALG);
+    const Field& van = PRSALG["PA_VAN"];
+    // The padding is passed over eight bytes at a time: runs of it longer than that, inside
+    // and at the end, blanks and NULs mixed within a run of eight.
+    const struct {
+        std::string_view bytes;
+        const char* text;
+    } cases[] = {
+        {"AB"sv, "AB"},
+        {"A         B"sv, "A         B"},
+        {"ABCDEFGH \0 \0 \0 \0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"sv, "ABCDEFGH"},
+        {"ABCDEFGHIJKLMNOPQRSTUVWXYZ1234"sv, "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234"},
+        {" "sv, ""},
+    };
+    for (const auto& c : cases) {
+        std::memset(r.data() + van.offset, ' ', 30);
+        std::memcpy(r.data() + van.offset, c.bytes.data(), c.bytes.size());
+        EXPECT_EQ(r.text(van), QString::fromLatin1(c.text)) << c.bytes;
+    }
+}
+
 TEST(Record, TrimmedBytesDecodeAsTheTrimmedText) {
     using namespace std::literals;
     Record r(PRSALG);
