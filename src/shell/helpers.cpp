@@ -294,21 +294,20 @@ QString fold_accents(const QString& text) {
 }
 
 QString initials(const QString& names, int keep) {
-    // Runs of blanks count as one: a double blank between names adds no empty word.
-    const QStringList words = names.split(u' ', Qt::SkipEmptyParts);
-    if (words.isEmpty()) {
-        return {};
-    }
+    // Runs of blanks count as one: a double blank between names adds no empty word. The words
+    // are walked in place; the lists read this for every staff member.
     QString result;
-    if (keep == 99) {
-        result = words.first();
-    } else {
-        for (qsizetype i = 0; i < words.size(); ++i) {
-            result += u' ';
-            result += i < keep ? words[i] : words[i].left(1);
+    result.reserve(names.size());
+    qsizetype i = 0;
+    for (const QStringView word : QStringView(names).tokenize(u' ', Qt::SkipEmptyParts)) {
+        if (keep == 99) {
+            result = word.toString();
+            break;
         }
+        result += u' ';
+        result += i++ < keep ? word : word.left(1);
     }
-    result = result.trimmed();
+    result = std::move(result).trimmed();
     const qsizetype bracket = result.indexOf(u'(');
     if (bracket >= 0) {
         result.remove(bracket, 1);

@@ -1,13 +1,35 @@
 #include "shell/staff_person.h"
 
+#include "platform/codepage.h"
 #include "shell/helpers.h"
+#include "store/field_bytes.h"
 #include "store/record_layouts.h"
 
 namespace korvel::shell {
 
 bool is_educator(const store::Record& staff) {
-    const QString c = staff.text(store::PRSALG["PK_KLAS_NR"]).trimmed();
-    return !(c == u"PSS" || c == u"PS" || c == u"ADMIN");
+    return is_educator(staff.data());
+}
+
+bool is_educator(const char* staff) {
+    // The three classes are plain letters, the same in every code page.
+    const std::string_view c = store::trimmed_bytes(staff, store::PRSALG["PK_KLAS_NR"]);
+    return !(c == "PSS" || c == "PS" || c == "ADMIN");
+}
+
+QString list_name(const char* staff) {
+    const auto& A = store::PRSALG;
+    const QString names = initials(store::trimmed_text(staff, A["PA_NAME"]));
+    const std::string_view surname = store::trimmed_bytes(staff, A["PA_VAN"]);
+    const std::string_view title = store::trimmed_bytes(staff, A["PA_TITEL"]);
+    QString out;
+    out.reserve(qsizetype(surname.size() + title.size()) + names.size() + 2);
+    cp1252::append(out, surname.data(), qsizetype(surname.size()));
+    out += u' ';
+    out += names;
+    out += u' ';
+    cp1252::append(out, title.data(), qsizetype(title.size()));
+    return out;
 }
 
 QString staff_heading(const store::Record& staff) {

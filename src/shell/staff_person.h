@@ -11,6 +11,12 @@ namespace korvel::shell {
 // The population test: employees are the classes "PSS", "PS" and "ADMIN" (the trimmed class,
 // whole words); everybody else, a blank class and "ADMX" included, is an educator.
 bool is_educator(const store::Record& staff);
+// The same test on a master record's bytes.
+bool is_educator(const char* staff);
+
+// The name the lists show, from a master record's bytes: surname, initials and title, each
+// trimmed, separated by single blanks. Only these three fields are decoded.
+QString list_name(const char* staff);
 
 // Post number, title, initials and surname, each trimmed, separated by single blanks.
 QString staff_heading(const store::Record& staff);

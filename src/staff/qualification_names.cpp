@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "platform/codepage.h"
+#include "store/field_bytes.h"
 #include "store/record_layouts.h"
 
 namespace korvel::staff {
@@ -89,8 +91,12 @@ std::span<const QualificationType> qualification_types() {
 }
 
 const QualificationType* qualification_type_of(const QString& text) {
+    return text.isEmpty() ? nullptr : qualification_type_of(text.front());
+}
+
+const QualificationType* qualification_type_of(QChar letter) {
     for (const QualificationType& t : kTypes) {
-        if (text.startsWith(t.letter)) {
+        if (letter == t.letter) {
             return &t;
         }
     }
@@ -98,7 +104,12 @@ const QualificationType* qualification_type_of(const QString& text) {
 }
 
 QString qualification_name(const store::Record& master, const store::Record& additional, int slot) {
-    const QString grde = master.text(PRSALG["PK_GRDE"], slot);
+    return qualification_name(master.data(), additional.data(), slot);
+}
+
+QString qualification_name(const char* master, const char* additional, int slot) {
+    const std::string_view bytes = store::text_bytes(master, PRSALG["PK_GRDE"], slot);
+    const QString grde = cp1252::decode(bytes.data(), qsizetype(bytes.size()));
     if (grde.size() > 1) {
         return grde;
     }
@@ -107,7 +118,7 @@ QString qualification_name(const store::Record& master, const store::Record& add
         return {};
     }
     const QStringList rows = qualification_rows(t->list);
-    const int position = additional.int16(*t->positions, slot);
+    const int position = additional ? store::int16_bytes(additional, *t->positions, slot) : 0;
     return position >= 1 && position <= rows.size() ? rows[position - 1] : QString();
 }
 
