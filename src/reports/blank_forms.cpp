@@ -427,7 +427,7 @@ PrintGrid BlankForms::attendance_sheet_grid() {
     if (kies_volgorde == StaffOrder::Alphabetic)
         std::stable_sort(rows.begin(), rows.end(),
                          [](const QStringList& a, const QStringList& b) { return a[0] < b[0]; });
-    fill_rows(grid, rows);
+    fill_rows(grid, std::move(rows));
     return grid;
 }
 

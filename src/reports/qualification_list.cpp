@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/codepage.h"
 #include "shell/session.h"
 #include "staff/qualification_names.h"
 #include "store/field_bytes.h"
@@ -12,7 +13,6 @@
 namespace korvel::reports {
 
 using store::Code;
-using store::Record;
 
 namespace {
 constexpr const auto& L = store::PRSALG;
@@ -42,11 +42,18 @@ void StaffQualificationList::load_additional() {
     additional_loaded_ = true;
     open_files({Code::PRSADD});
     const auto& D = store::PRSADD;
-    s_.scan_records(Code::PRSADD, [&](int, Record& r) {
-        const QString post = store::Store::index_key(r.text(D["PD_POS_NR"]));
-        if (!post.isEmpty() && !additional_.contains(post))
-            additional_.insert(post, r.bytes());
+    s_.scan_bytes(Code::PRSADD, [&](int, const char* r) {
+        const QString post = store::Store::index_key(store::trimmed_text(r, D["PD_POS_NR"]));
+        if (!post.isEmpty() && !additional_.contains(post)) {
+            additional_.insert(post, additional_records_.size());
+            additional_records_.append(r, D.record_length);
+        }
     });
+}
+
+const char* StaffQualificationList::additional_of(const QString& post) const {
+    const auto found = additional_.constFind(store::Store::index_key(post));
+    return found == additional_.constEnd() ? nullptr : additional_records_.constData() + *found;
 }
 
 PrintGrid StaffQualificationList::qualification_grid() {
@@ -55,49 +62,60 @@ PrintGrid StaffQualificationList::qualification_grid() {
     grid.set_format_string(
         tr(">POS|<NAAM|<ID NOMMER / KWALIFIKASIE|<GESLAG / INSTANSIE (JAAR)",
            ">PST|<NAME|<ID NUMBER / QUALIFICATION|<GENDER / INSTITUTION (YEAR)"));
-    Record additional(store::PRSADD);
-    std::vector<std::pair<QString, std::vector<QStringList>>> blocks;
-    for (int number : selected_records()) {
+    // A row for each person, then one for each qualification shown (slot 1 to 8); the
+    // cells are written in place once the rows are counted.
+    struct Line {
+        int number;
+        int slot;  // 0: the person's own row
+    };
+    std::vector<Line> lines;
+    for (int number : ordered_records()) {
         const char* bytes = selected_bytes(number);
-        const QString post = store::trimmed_text(bytes, L["PA_POS_NR"]);
-        additional.clear();
-        const QByteArray found = additional_.value(store::Store::index_key(post));
-        if (found.size() == additional.size())
-            additional.assign(found.constData());
-        const QString name = selected_name(number);
-        std::vector<QStringList> block{{post, name, store::trimmed_text(bytes, L["PA_ID_NR"]),
-                                        store::trimmed_text(bytes, L["PA_GESLAG"])}};
-        const Record* r = nullptr;  // the whole record, for the first slot that is not blank
+        lines.push_back({number, 0});
         for (int slot = 1; slot <= kQualificationSlots; ++slot) {
             // Most slots are blank: they are skipped on their bytes.
-            if (store::trimmed_bytes(bytes, L["PK_GRDE"], slot).empty())
+            const std::string_view grde = store::trimmed_bytes(bytes, L["PK_GRDE"], slot);
+            if (grde.empty())
                 continue;
-            if (r == nullptr)
-                r = &read_selected(number);
-            const QString grde = store::trimmed_text(bytes, L["PK_GRDE"], slot);
-            const staff::QualificationType* type = staff::qualification_type_of(grde);
+            const staff::QualificationType* type =
+                staff::qualification_type_of(QChar(uchar(grde.front())));
             const int list = grde.size() > 1 ? int(staff::QualificationList::akad)
                              : type          ? int(type->list)
                                              : -1;
-            if (list >= 0 && !kwalifikasie_lys[size_t(list)])
-                continue;
-            const int year = r->int16(L["PK_JAAR"], slot);
-            QString place = store::trimmed_text(bytes, L["PK_WAAR"], slot);
-            if (year > 0)
-                place += QStringLiteral(" (") + QString::number(year) + u')';
-            block.push_back({QString(), QString(), staff::qualification_name(*r, additional, slot),
-                             place.trimmed()});
+            if (list < 0 || kwalifikasie_lys[size_t(list)])
+                lines.push_back({number, slot});
         }
-        blocks.push_back({name, std::move(block)});
     }
-    if (kies_volgorde == StaffOrder::Alphabetic)
-        std::stable_sort(blocks.begin(), blocks.end(),
-                         [](const auto& a, const auto& b) { return a.first < b.first; });
-    std::vector<QStringList> rows;
-    for (auto& [name, block] : blocks)
-        rows.insert(rows.end(), std::make_move_iterator(block.begin()),
-                    std::make_move_iterator(block.end()));
-    fill_rows(grid, rows);
+    const int first = grid.rows();
+    grid.set_rows(first + int(lines.size()));
+    const char* additional = nullptr;
+    for (size_t i = 0; i < lines.size(); ++i) {
+        const int r = first + int(i);
+        const auto [number, slot] = lines[i];
+        const char* bytes = selected_bytes(number);
+        if (slot == 0) {
+            const QString post = store::trimmed_text(bytes, L["PA_POS_NR"]);
+            additional = additional_of(post);
+            grid.cell(r, 0).text = post;
+            grid.cell(r, 1).text = selected_name(number);
+            grid.cell(r, 2).text = store::trimmed_text(bytes, L["PA_ID_NR"]);
+            grid.cell(r, 3).text = store::trimmed_text(bytes, L["PA_GESLAG"]);
+        } else {
+            const int year = store::int16_bytes(bytes, L["PK_JAAR"], slot);
+            const std::string_view where = store::trimmed_bytes(bytes, L["PK_WAAR"], slot);
+            QString place;
+            place.reserve(qsizetype(where.size()) + 8);
+            cp1252::append(place, where.data(), qsizetype(where.size()));
+            if (year > 0) {
+                place += QLatin1String(" (");
+                place += QString::number(year);
+                place += u')';
+            }
+            grid.cell(r, 2).text = staff::qualification_name(bytes, additional, slot);
+            grid.cell(r, 3).text = std::move(place).trimmed();
+        }
+        fit_row_height(grid, r);
+    }
     return grid;
 }
 

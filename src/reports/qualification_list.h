@@ -35,7 +35,12 @@ class StaffQualificationList : public ui::ChildForm, public StaffSelection {
   private:
     void load_additional();
 
-    QHash<QString, QByteArray> additional_;  // PRSADD records by post number, upper case
+    // The PRSADD record of a post number (any case); nullptr when it has none.
+    const char* additional_of(const QString& post) const;
+
+    QByteArray additional_records_;  // the PRSADD records, one after the other
+    QHash<QString, qsizetype>
+        additional_;  // the first record of a post number, upper case: its place
     bool additional_loaded_ = false;
 };
 

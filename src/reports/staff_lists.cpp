@@ -192,7 +192,7 @@ PrintGrid StaffLists::staff_list_grid() {
     }
     if (kies_volgorde == StaffOrder::Alphabetic)
         sort_rows_on(rows, 1);
-    fill_rows(grid, rows);
+    fill_rows(grid, std::move(rows));
     return grid;
 }
 
@@ -229,7 +229,7 @@ PrintGrid StaffLists::address_list_grid() {
     }
     if (kies_volgorde == StaffOrder::Alphabetic)
         sort_rows_on(rows, 1);
-    fill_rows(grid, rows);
+    fill_rows(grid, std::move(rows));
     return grid;
 }
 
@@ -258,7 +258,7 @@ PrintGrid StaffLists::birthday_list_grid() {
     std::vector<QStringList> rows;
     for (auto& f : found)
         rows.push_back(f.second);
-    fill_rows(grid, rows);
+    fill_rows(grid, std::move(rows));
     return grid;
 }
 
@@ -279,7 +279,7 @@ PrintGrid StaffLists::age_list_grid() {
     }
     if (kies_volgorde == StaffOrder::Alphabetic)
         sort_rows_on(rows, 1);
-    fill_rows(grid, rows);
+    fill_rows(grid, std::move(rows));
     return grid;
 }
 
@@ -464,7 +464,7 @@ PrintGrid StaffLists::staff_details_grid(int number) {
         list("BUITE-ONDERRIG", "EXTRA-CURRICULAR", outside);
     }
 
-    fill_rows(grid, rows);
+    fill_rows(grid, std::move(rows));
     for (int h : headings)
         grid.cell(h, 0).bold = true;
     return grid;

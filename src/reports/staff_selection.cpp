@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "platform/codepage.h"
 #include "platform/winpath.h"
 
 #include "reports/print_target.h"
@@ -59,12 +60,18 @@ void StaffSelection::load_selection() {
     open_files({Code::PRSALG});
     // Sorted by post number in capitals, each made once rather than at every comparison.
     std::vector<std::pair<QString, StaffListEntry>> by_post;
-    read_master([&](int number, Record& r) {
-        const QString post = r.text(L["PA_POS_NR"]).trimmed();
-        if (post.isEmpty() || r.text(L["PA_AKTIEF"]).trimmed() == u"D")
+    read_master([&](int number, const char* r) {
+        const std::string_view key = store::trimmed_bytes(r, L["PA_POS_NR"]);
+        if (key.empty() || store::trimmed_bytes(r, L["PA_AKTIEF"]) == "D")
             return;
-        const QString name = size_t(number) < names_.size() ? names_[size_t(number)] : list_name(r);
-        by_post.push_back({post.toUpper(), {post, number, post.leftJustified(6) + name}});
+        const QString post = cp1252::decode(key.data(), qsizetype(key.size()));
+        const QString name =
+            size_t(number) < names_.size() ? names_[size_t(number)] : shell::list_name(r);
+        QString text;
+        text.reserve(std::max<qsizetype>(6, post.size()) + name.size());
+        text += post.leftJustified(6);
+        text += name;
+        by_post.push_back({post.toUpper(), {post, number, std::move(text)}});
     });
     std::stable_sort(by_post.begin(), by_post.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
@@ -110,7 +117,6 @@ std::vector<int> StaffSelection::selected_records() {
     if (!master_unchanged())
         read_master({});
     const int length = L.record_length;
-    Record r(L);
     std::vector<int> out;
     for (int i = first; i <= last; ++i) {
         const int number = prs_lys[size_t(i)].record;
@@ -127,8 +133,7 @@ std::vector<int> StaffSelection::selected_records() {
         if (!kies_aanstelling[2] && paymaster == u"P")
             continue;
         if (kies_administratief != AdminChoice::Included) {
-            r.assign(bytes);
-            const bool educator = shell::is_educator(r);
+            const bool educator = shell::is_educator(bytes);
             if (kies_administratief == AdminChoice::Only && educator)
                 continue;
             if (kies_administratief == AdminChoice::Excluded && !educator)
@@ -137,6 +142,21 @@ std::vector<int> StaffSelection::selected_records() {
         out.push_back(number);
     }
     return out;
+}
+
+std::vector<int> StaffSelection::ordered_records() {
+    std::vector<int> records = selected_records();
+    if (kies_volgorde == StaffOrder::Alphabetic) {
+        std::vector<std::pair<QString, int>> named;
+        named.reserve(records.size());
+        for (int number : records)
+            named.emplace_back(selected_name(number), number);
+        std::stable_sort(named.begin(), named.end(),
+                         [](const auto& a, const auto& b) { return a.first < b.first; });
+        for (size_t i = 0; i < named.size(); ++i)
+            records[i] = named[i].second;
+    }
+    return records;
 }
 
 const Record& StaffSelection::read_selected(int number) {
@@ -168,23 +188,26 @@ QString StaffSelection::master_path() const {
         s_.folder_of(Code::PRSALG), QString::fromLatin1(L.file_name.data(), L.file_name.size())));
 }
 
-void StaffSelection::read_master(const std::function<void(int, Record&)>& visit) {
+void StaffSelection::read_master(const std::function<void(int, const char*)>& visit) {
     // The stamp is taken first: a write while the file is read makes the next look differ.
     const QFileInfo info(master_path());
     master_size_ = info.size();
     master_time_ = info.lastModified();
-    master_.clear();
-    master_.reserve(qsizetype(std::max(0, s_.count(Code::PRSALG))) * L.record_length);
+    // Read whole in one piece: the records are kept for the records the selection takes.
+    const int count = std::max(0, s_.count(Code::PRSALG));
+    const int length = L.record_length;
+    store::RecordFile* file = s_.file(Code::PRSALG);
+    master_.resize(qsizetype(count) * length);
+    if (file == nullptr || !file->read_block(1, master_.data(), count))
+        master_.clear();
     names_.assign(1, QString());
-    s_.scan_records(Code::PRSALG, [&](int number, Record& r) {
-        // A record the scan skipped leaves the rest unusable: they would sit at wrong places.
-        if (qsizetype(number - 1) * L.record_length == master_.size()) {
-            master_.append(r.bytes());
-            names_.push_back(list_name(r));
-        }
+    names_.reserve(size_t(count) + 1);
+    for (qsizetype at = 0; at < master_.size(); at += length) {
+        const char* r = master_.constData() + at;
+        names_.push_back(shell::list_name(r));
         if (visit)
-            visit(number, r);
-    });
+            visit(int(names_.size()) - 1, r);
+    }
     master_count_ = s_.count(Code::PRSALG);
 }
 
@@ -195,8 +218,7 @@ bool StaffSelection::master_unchanged() const {
 }
 
 QString StaffSelection::list_name(const Record& r) {
-    return r.text(L["PA_VAN"]).trimmed() + u' ' + shell::initials(r.text(L["PA_NAME"]).trimmed()) +
-           u' ' + r.text(L["PA_TITEL"]).trimmed();
+    return shell::list_name(r.data());
 }
 
 bool StaffSelection::start(const QString& name) {
@@ -246,22 +268,30 @@ QString list_title(const QString& report_name) {
     return t.trimmed();
 }
 
-void fill_rows(PrintGrid& grid, const std::vector<QStringList>& rows) {
+void fill_rows(PrintGrid& grid, std::vector<QStringList> rows) {
     const int first = grid.rows();
     grid.set_rows(first + int(rows.size()));
     for (size_t i = 0; i < rows.size(); ++i) {
         const int r = first + int(i);
-        int most = 1;
-        for (int c = 0; c < grid.cols() && c < rows[i].size(); ++c) {
-            const QString& text = rows[i].at(c);
-            grid.set_text(r, c, text);
-            // Most cells are one line; only a cell with a break is split to count its lines.
-            if (text.contains(u'\n') || text.contains(u'\r') || text.contains(u'~'))
-                most = std::max(most, int(cell_lines(text).size()));
-        }
-        if (most > 1)
-            grid.row(r).height = 200.0 * most + 40;
+        for (int c = 0; c < grid.cols() && c < rows[i].size(); ++c)
+            grid.cell(r, c).text = std::move(rows[i][c]);
+        fit_row_height(grid, r);
     }
+}
+
+void fit_row_height(PrintGrid& grid, int row) {
+    int most = 1;
+    for (int c = 0; c < grid.cols(); ++c) {
+        const QString& text = grid.cell(row, c).text;
+        // Most cells are one line; only a cell with a break is split to count its lines.
+        const bool breaks = std::any_of(text.cbegin(), text.cend(), [](QChar ch) {
+            return ch == u'\n' || ch == u'\r' || ch == u'~';
+        });
+        if (breaks)
+            most = std::max(most, int(cell_lines(text).size()));
+    }
+    if (most > 1)
+        grid.row(row).height = 200.0 * most + 40;
 }
 
 }  // namespace korvel::reports

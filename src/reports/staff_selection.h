@@ -72,6 +72,9 @@ class StaffSelection {
     // blocks, and not again while it stands as the list read it; the records taken are kept
     // for read_selected.
     std::vector<int> selected_records();
+    // The same records in the order chosen: by their list names (equal names as the list runs)
+    // for the alphabetic order, else as the list runs.
+    std::vector<int> ordered_records();
     // A record the last selection took, put in the working record as a read would put it (a
     // record it did not take is read from the file).
     const store::Record& read_selected(int number);
@@ -105,7 +108,7 @@ class StaffSelection {
 
   private:
     // The master file read whole: its bytes kept for the records the selection takes.
-    void read_master(const std::function<void(int, store::Record&)>& visit);
+    void read_master(const std::function<void(int, const char*)>& visit);
     // False when the master file changed since it was read, or was never read.
     bool master_unchanged() const;
     QString master_path() const;
@@ -121,7 +124,10 @@ class StaffSelection {
 // The header's title of a list: the report's name without its closing " : ".
 QString list_title(const QString& report_name);
 
-// Rows of cells into the grid below its header row; a row of several lines is made taller.
-void fill_rows(PrintGrid& grid, const std::vector<QStringList>& rows);
+// Rows of cells into the grid below its header row; a row of several lines is made taller. The
+// texts are moved into the cells.
+void fill_rows(PrintGrid& grid, std::vector<QStringList> rows);
+// A row made taller when one of its cells holds several lines.
+void fit_row_height(PrintGrid& grid, int row);
 
 }  // namespace korvel::reports

@@ -51,8 +51,10 @@ void TuitionList::load_subjects() {
     const auto decode = [](std::string_view b) {
         return cp1252::decode(b.data(), qsizetype(b.size()));
     };
-    s_.scan_records(Code::PRSVAK, [&](int, Record& r) {
-        const char* bytes = r.data();
+    const auto append = [](QString& to, std::string_view b) {
+        cp1252::append(to, b.data(), qsizetype(b.size()));
+    };
+    s_.scan_bytes(Code::PRSVAK, [&](int, const char* bytes) {
         const std::string_view key = store::trimmed_bytes(bytes, V["PV_POS_NR"]);
         if (key.empty())
             return;
@@ -80,11 +82,14 @@ void TuitionList::load_subjects() {
         QStringList columns;
         columns.reserve(n);
         for (int c = 0; c < n; ++c) {
-            QString column = decode(codes[size_t(c)]) + QStringLiteral(" : ");
+            QString column;
+            column.reserve(qsizetype(codes[size_t(c)].size()) + 3 + 8 * grade_count[size_t(c)]);
+            append(column, codes[size_t(c)]);
+            column += QLatin1String(" : ");
             for (int g = 0; g < grade_count[size_t(c)]; ++g) {
                 if (g > 0)
-                    column += QStringLiteral(" / ");
-                column += decode(grades[size_t(c)][size_t(g)]);
+                    column += QLatin1String(" / ");
+                append(column, grades[size_t(c)][size_t(g)]);
             }
             columns << column;
         }
@@ -103,10 +108,13 @@ PrintGrid TuitionList::tuition_grid() {
     for (int number : selected_records()) {
         const char* bytes = selected_bytes(number);
         const QString post = store::trimmed_text(bytes, L["PA_POS_NR"]);
-        QStringList row{post, selected_name(number), store::trimmed_text(bytes, L["PA_ID_NR"])};
         const QStringList subjects = subjects_of(post);
         widest = std::max(widest, subjects.size());
-        rows.push_back(row + subjects);
+        QStringList row;
+        row.reserve(3 + subjects.size());
+        row << post << selected_name(number) << store::trimmed_text(bytes, L["PA_ID_NR"]);
+        row += subjects;
+        rows.push_back(std::move(row));
     }
     QString format = tr(">POS|<PERSONEELLID|<ID-NOMMER", ">PST|<STAFF MEMBER|<ID NUMBER");
     for (qsizetype c = 0; c < widest; ++c)
@@ -116,7 +124,7 @@ PrintGrid TuitionList::tuition_grid() {
     if (kies_volgorde == StaffOrder::Alphabetic)
         std::stable_sort(rows.begin(), rows.end(),
                          [](const QStringList& a, const QStringList& b) { return a[1] < b[1]; });
-    fill_rows(grid, rows);
+    fill_rows(grid, std::move(rows));
     return grid;
 }
 
