@@ -3,6 +3,7 @@
 #include <QDate>
 
 #include "shell/helpers.h"
+#include "store/field_bytes.h"
 
 namespace korvel::attendance {
 
@@ -87,16 +88,21 @@ bool AttendanceBook::load() {
     records_.reserve(n);
     first_.reserve(n);
     first_live_.reserve(n);
-    session_.scan_records(Code::PRSAFW, [&](int number, store::Record& r) {
-        records_.push_back(r);
-        const QString post = r.text(kPost).trimmed();
-        if (!first_.contains(post)) {
-            first_.insert(post, number);
-        }
-        if (!post.isEmpty() && !is_stale(post) && !first_live_.contains(post)) {
+    std::vector<QString> posts;
+    posts.reserve(n);
+    session_.scan_bytes(Code::PRSAFW, [&](int, const char* bytes) {
+        records_.emplace_back(store::PRSAFW, bytes);
+        posts.push_back(store::trimmed_text(bytes, kPost));
+    });
+    // Walked from the last record to the first, each post number's entry is written over
+    // until its first record is the one that stands.
+    for (int number = int(posts.size()); number >= 1; --number) {
+        const QString& post = posts[size_t(number - 1)];
+        first_.insert(post, number);
+        if (!post.isEmpty() && !is_stale(post)) {
             first_live_.insert(post, number);
         }
-    });
+    }
     return true;
 }
 

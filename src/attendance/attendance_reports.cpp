@@ -5,10 +5,13 @@
 #include <algorithm>
 
 #include "attendance/leave_totals.h"
+#include "platform/codepage.h"
 #include "reports/grid_output.h"
 #include "reports/print_target.h"
 #include "shell/helpers.h"
 #include "shell/session.h"
+#include "shell/staff_person.h"
+#include "store/field_bytes.h"
 
 namespace korvel::attendance {
 
@@ -26,54 +29,49 @@ constexpr double kDayColumnWidth = 330;  // twips: three characters of the grid'
 // The letters the summary counts: absent and on leave in either language.
 const QString kCountedLetters = QStringLiteral("avo");
 
-// Whether a field reads blank; a field of spaces and NULs, as nearly all are, without decoding.
-bool is_blank(const store::Record& r, const store::Field& f) {
-    const char* p = r.data() + f.element_offset(0);
-    if (std::all_of(p, p + f.width, [](char c) { return c == ' ' || c == '\0'; })) {
-        return true;
-    }
-    return r.text(f).trimmed().isEmpty();
-}
-
 QString weekday_letter(const QDate& date, bool afrikaans) {
     return shell::day_name(date.dayOfWeek() % 7 + 1, afrikaans).left(1);
 }
 }  // namespace
 
 std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice choice) {
-    std::vector<StaffMember> staff;
+    // Each staff member with the key the order takes: right aligned in the field, numbers
+    // sort in order as strings. Only the fields shown are decoded from the record's bytes.
+    std::vector<std::pair<QString, StaffMember>> staff;
     staff.reserve(size_t(std::max(0, session.count(Code::PRSALG))));
-    session.scan_records(Code::PRSALG, [&](int number, store::Record& r) {
-        if (is_blank(r, A["PA_POS_NR"]) || !is_blank(r, A["PA_AKTIEF"])) {
+    session.scan_bytes(Code::PRSALG, [&](int number, const char* r) {
+        const std::string_view post = store::trimmed_bytes(r, A["PA_POS_NR"]);
+        if (post.empty() || !store::trimmed_bytes(r, A["PA_AKTIEF"]).empty()) {
             return;
         }
-        const bool admin = !is_educator(r);
+        const bool admin = !shell::is_educator(r);
         if ((choice == AdminChoice::Only && !admin) || (choice == AdminChoice::Excluded && admin)) {
             return;
         }
         StaffMember m;
         m.record = number;
-        m.post = r.text(A["PA_POS_NR"]).trimmed();
-        m.surname = r.text(A["PA_VAN"]).trimmed();
-        m.initials = shell::initials(r.text(A["PA_NAME"]).trimmed());
-        m.name =
-            (r.text(A["PA_TITEL"]).trimmed() + u' ' + m.initials + u' ' + m.surname).simplified();
-        m.persal = r.text(A["PA_PERSAL"]).trimmed();
+        m.post = cp1252::decode(post.data(), qsizetype(post.size()));
+        m.surname = store::trimmed_text(r, A["PA_VAN"]);
+        m.initials = shell::initials(store::trimmed_text(r, A["PA_NAME"]));
+        const std::string_view title = store::trimmed_bytes(r, A["PA_TITEL"]);
+        m.name.reserve(qsizetype(title.size()) + m.initials.size() + m.surname.size() + 2);
+        cp1252::append(m.name, title.data(), qsizetype(title.size()));
+        m.name += u' ';
+        m.name += m.initials;
+        m.name += u' ';
+        m.name += m.surname;
+        m.name = std::move(m.name).simplified();
+        m.persal = store::trimmed_text(r, A["PA_PERSAL"]);
         m.admin = admin;
-        staff.push_back(std::move(m));
+        QString key = m.post.rightJustified(kPostWidth);
+        staff.emplace_back(std::move(key), std::move(m));
     });
-    // Right aligned in the field, numbers sort in order as strings; the keys made once.
-    std::vector<std::pair<QString, size_t>> keys;
-    keys.reserve(staff.size());
-    for (size_t i = 0; i < staff.size(); ++i) {
-        keys.emplace_back(staff[i].post.rightJustified(kPostWidth), i);
-    }
-    std::stable_sort(keys.begin(), keys.end(),
+    std::stable_sort(staff.begin(), staff.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<StaffMember> sorted;
     sorted.reserve(staff.size());
-    for (const auto& key : keys) {
-        sorted.push_back(std::move(staff[key.second]));
+    for (auto& entry : staff) {
+        sorted.push_back(std::move(entry.second));
     }
     return sorted;
 }
