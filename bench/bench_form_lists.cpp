@@ -1,18 +1,14 @@
 // The tuition and qualification grids of 1,000 staff members with 1,000 subject and 1,000
 // additional records, beside their floor measured in the same run: reading the three files'
 // bytes once. A grid over 0.2 seconds reports an error; its ratio to the floor is a counter.
-// The ratio is taken on the processor time of each (median of the runs): on a shared machine
-// the wall time of a few milliseconds is mostly other programs' turn.
 
 #include <benchmark/benchmark.h>
 
 #include <QFile>
 #include <QTemporaryDir>
-#include <algorithm>
-#include <chrono>
-#include <ctime>
 #include <memory>
 
+#include "against_floor.h"
 #include "platform/drive_map.h"
 #include "reports/qualification_list.h"
 #include "reports/recording_device.h"
@@ -82,78 +78,42 @@ Tree& tree() {
     return t;
 }
 
-// The processor time of this process, in seconds.
-double cpu_seconds() {
-    timespec t{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
-    return double(t.tv_sec) + double(t.tv_nsec) * 1e-9;
-}
-
-double median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v.empty() ? 0 : v[v.size() / 2];
-}
-
-// Reading the master, additional and subject files' bytes once, in processor seconds.
-double read_floor() {
+// Reading the master, additional and subject files' bytes once.
+void read_floor() {
     const QString folder = tree().session->fs().native(tree().session->folders.staff);
-    const double start = cpu_seconds();
     for (const char* name : {"/prs_alg_random.txt", "/prs_add_random.txt", "/prs_vak_random.txt"}) {
         QFile f(folder + QString::fromLatin1(name));
         f.open(QIODevice::ReadOnly);
         benchmark::DoNotOptimize(f.readAll());
     }
-    return cpu_seconds() - start;
 }
 
 void BM_ReadFilesFloor(benchmark::State& state) {
     tree();
     for (auto _ : state)
-        benchmark::DoNotOptimize(read_floor());
+        read_floor();
     state.SetItemsProcessed(state.iterations() * kStaff);
 }
 BENCHMARK(BM_ReadFilesFloor)->Unit(benchmark::kMillisecond);
 
-// Times the grid of a form against the goals; the floor is the median of as many reads.
+// The grid of a form, from the form's load to its close, against the goals.
 template <class Form, class Build>
 void grid_against_floor(benchmark::State& state, Build build) {
     Tree& t = tree();
-    // The floor proper: the files read on their own, the best of a few reads. The same read
-    // between the grid's runs is shown beside it; it costs more, the caches being the grid's.
-    double floor = read_floor();
-    for (int i = 0; i < 4; ++i)
-        floor = std::min(floor, read_floor());
-    std::vector<double> floors, grids;
-    double slowest = 0;
-    for (auto _ : state) {
-        state.PauseTiming();
-        floors.push_back(read_floor());
-        state.ResumeTiming();
-        const auto start = std::chrono::steady_clock::now();
-        const double cpu_start = cpu_seconds();
-        RecordingDevice device;
-        PrintJob job(device, t.dialogs);
-        Form form(*t.session, job);
-        form.form_load();
-        const PrintGrid grid = build(form);
-        benchmark::DoNotOptimize(grid.rows());
-        form.exit_click();
-        grids.push_back(cpu_seconds() - cpu_start);
-        slowest = std::max(
-            slowest,
-            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
-        if (grid.rows() < kStaff + 1)
-            state.SkipWithError("not every staff member is in the grid");
-    }
-    state.counters["times_floor"] = median(grids) / floor;
-    state.counters["times_floor_between"] = median(grids) / median(floors);
-    state.counters["cpu_ms"] = median(grids) * 1e3;
-    state.counters["floor_cpu_ms"] = floor * 1e3;
-    state.counters["seconds"] = slowest;
-    // The ratio to the floor is reported, not enforced: a busy machine swings it more than the
-    // code does.
-    if (slowest > kMostSeconds)
-        state.SkipWithError("the grid takes more than 0.2 seconds");
+    bench::against_floor(
+        state, read_floor,
+        [&] {
+            RecordingDevice device;
+            PrintJob job(device, t.dialogs);
+            Form form(*t.session, job);
+            form.form_load();
+            const PrintGrid grid = build(form);
+            benchmark::DoNotOptimize(grid.rows());
+            form.exit_click();
+            if (grid.rows() < kStaff + 1)
+                state.SkipWithError("not every staff member is in the grid");
+        },
+        kMostSeconds);
     state.SetItemsProcessed(state.iterations() * kStaff);
 }
 
