@@ -279,18 +279,18 @@ QString AttendanceReports::month_title() const {
            shell::month_name(month_, s_.afrikaans) + u' ' + QString::number(year());
 }
 
-PrintGrid AttendanceReports::summary_grid(const DayGrid& days,
-                                          std::vector<int>* reason_counts) const {
-    const CellGrid& g = days.afw_grid;
+PrintGrid AttendanceReports::summary_grid(DayGrid days, std::vector<int>* reason_counts) const {
+    // The day grid's texts are moved into the summary, not copied: it is made for it.
+    CellGrid& g = days.afw_grid;
     // One column more at the right: the total.
     const int cols = g.cols() + 1;
     PrintGrid grid(g.rows(), cols);
     grid.fixed_rows = 2;
     for (int r = 0; r < g.rows(); ++r) {
         for (int c = 0; c < g.cols(); ++c) {
-            const Cell& cell = g.at(r, c);
+            Cell& cell = g.at(r, c);
             reports::GridCell& out = grid.cell(r, c);
-            out.text = cell.text;
+            out.text = std::move(cell.text);
             if (r >= 1 && cell.back == kButtonFace) {
                 out.back_colour = kButtonFace;
             }
@@ -305,7 +305,7 @@ PrintGrid AttendanceReports::summary_grid(const DayGrid& days,
     for (int r = kDayGridFirstRow; r < g.rows(); ++r) {
         int total = 0;
         for (int c = 3; c < g.cols(); ++c) {
-            const QStringView cell = QStringView(g.at(r, c).text).trimmed();
+            const QStringView cell = QStringView(grid.cell(r, c).text).trimmed();
             if (cell.isEmpty() || !kCountedLetters.contains(cell.at(0))) {
                 continue;
             }
@@ -337,9 +337,8 @@ bool AttendanceReports::print_monthly_summary() {
     if (!start(title)) {
         return false;
     }
-    const DayGrid days = day_grid(range);
     std::vector<int> counts;
-    PrintGrid grid = summary_grid(days, &counts);
+    PrintGrid grid = summary_grid(day_grid(range), &counts);
     // The names fitted to their texts; a day column holds a letter and a reason ("a12"), and
     // the total column is as wide as the day column before it.
     reports::fit_grid_columns(job_, grid, 0, 40, false, 3);

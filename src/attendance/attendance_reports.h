@@ -121,7 +121,7 @@ class AttendanceReports : public ui::ChildForm {
     // ---- what they print ----
     DayGrid day_grid(const DayRange& days);
     // The summary grid with its total column, and the counts of kode_lys.
-    reports::PrintGrid summary_grid(const DayGrid& days, std::vector<int>* reason_counts) const;
+    reports::PrintGrid summary_grid(DayGrid days, std::vector<int>* reason_counts) const;
     reports::PrintGrid reason_list_grid(const DayRange& days);
     reports::PrintGrid register_grid();
     QString month_title() const;

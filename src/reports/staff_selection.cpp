@@ -65,8 +65,7 @@ void StaffSelection::load_selection() {
         if (key.empty() || store::trimmed_bytes(r, L["PA_AKTIEF"]) == "D")
             return;
         const QString post = cp1252::decode(key.data(), qsizetype(key.size()));
-        const QString name =
-            size_t(number) < names_.size() ? names_[size_t(number)] : shell::list_name(r);
+        const QString& name = names_[size_t(number)];  // made as the record was read
         QString text;
         text.reserve(std::max<qsizetype>(6, post.size()) + name.size());
         text += post.leftJustified(6);

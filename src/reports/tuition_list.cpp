@@ -103,28 +103,35 @@ QStringList TuitionList::subjects_of(const QString& post) {
 }
 
 PrintGrid TuitionList::tuition_grid() {
-    std::vector<QStringList> rows;
+    // The subjects of each person first: the widest row sets the columns; then the cells are
+    // written in place.
+    const std::vector<int> people = ordered_records();
+    std::vector<QString> posts;
+    std::vector<QStringList> subjects;
+    posts.reserve(people.size());
+    subjects.reserve(people.size());
     qsizetype widest = 0;
-    for (int number : selected_records()) {
-        const char* bytes = selected_bytes(number);
-        const QString post = store::trimmed_text(bytes, L["PA_POS_NR"]);
-        const QStringList subjects = subjects_of(post);
-        widest = std::max(widest, subjects.size());
-        QStringList row;
-        row.reserve(3 + subjects.size());
-        row << post << selected_name(number) << store::trimmed_text(bytes, L["PA_ID_NR"]);
-        row += subjects;
-        rows.push_back(std::move(row));
+    for (int number : people) {
+        posts.push_back(store::trimmed_text(selected_bytes(number), L["PA_POS_NR"]));
+        subjects.push_back(subjects_of(posts.back()));
+        widest = std::max(widest, subjects.back().size());
     }
     QString format = tr(">POS|<PERSONEELLID|<ID-NOMMER", ">PST|<STAFF MEMBER|<ID NUMBER");
     for (qsizetype c = 0; c < widest; ++c)
         format += tr("|<VAK/GRD", "|<SBJ/GRD");
     PrintGrid grid;
     grid.set_format_string(format);
-    if (kies_volgorde == StaffOrder::Alphabetic)
-        std::stable_sort(rows.begin(), rows.end(),
-                         [](const QStringList& a, const QStringList& b) { return a[1] < b[1]; });
-    fill_rows(grid, std::move(rows));
+    const int first = grid.rows();
+    grid.set_rows(first + int(people.size()));
+    for (size_t i = 0; i < people.size(); ++i) {
+        const int r = first + int(i);
+        grid.cell(r, 0).text = std::move(posts[i]);
+        grid.cell(r, 1).text = selected_name(people[i]);
+        grid.cell(r, 2).text = store::trimmed_text(selected_bytes(people[i]), L["PA_ID_NR"]);
+        for (qsizetype c = 0; c < subjects[i].size(); ++c)
+            grid.cell(r, 3 + int(c)).text = subjects[i].at(c);
+        fit_row_height(grid, r);
+    }
     return grid;
 }
 
