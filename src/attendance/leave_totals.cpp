@@ -1,6 +1,5 @@
 #include "attendance/leave_totals.h"
 
-#include <QHash>
 #include <QSet>
 #include <array>
 
@@ -59,12 +58,17 @@ std::vector<int> school_days(shell::Session& session, int year, const DayRange& 
 LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>& staff,
                         const AttendanceBook& book, const DayRange& range) {
     LeaveTotals t;
-    // A column per reason line with a first description, keyed by its record number.
-    QHash<int, int> column_of;
+    // A column per reason line with a first description, keyed by its record number; a stored
+    // reason has two digits, so no number past 99 is ever looked up.
+    static_assert(store::PRSAFW["PF_REDE"].width == 2);
+    std::array<int, 100> column_of;
+    column_of.fill(-1);
     session.scan_records(store::Code::PRSSBI, [&](int number, store::Record& r) {
         const QString name = r.text(store::PRSSBI["SBI_TIPE"]).trimmed();
         if (!name.isEmpty()) {
-            column_of.insert(number, int(t.reasons.size()));
+            if (number < int(column_of.size())) {
+                column_of[size_t(number)] = int(t.reasons.size());
+            }
             t.reasons.push_back(number);
             t.reason_names << name;
         }
@@ -95,7 +99,7 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
                 if (!is_leave[uchar(letter)]) {
                     continue;
                 }
-                const int col = column_of.value(stored_reason(r, day), -1);
+                const int col = column_of[size_t(stored_reason(r, day))];
                 LeaveDay d{jan1.addDays(day - 1), letter_text[uchar(letter)], QString()};
                 if (col < 0) {
                     ++p.no_reason;
