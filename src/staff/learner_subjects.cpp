@@ -23,34 +23,58 @@ struct Place {
     int width = 0;
 };
 
-// Where each field lies in a row (the deletion mark is byte 0), by upper-case name; fields
-// that would run past the row are left out.
+// A field's name as the header holds it, trimmed and in capitals: at most eleven characters.
+struct FieldName {
+    char text[XBASE_FLDNAME_LEN_READ + 1] = {};
+    std::size_t size = 0;
+    std::string_view view() const { return {text, size}; }
+};
+
+// Where each field lies in a row (the deletion mark is byte 0), by name; fields that would run
+// past the row are left out.
 struct Fields {
     int row_length = 0;
-    std::vector<std::pair<QByteArray, Place>> places;
+    std::vector<std::pair<FieldName, Place>> places;
 
     explicit Fields(DBFHandle dbf) {
         row_length = dbf->nRecordLength;
         int offset = 1;
         const int n = DBFGetFieldCount(dbf);
+        places.reserve(static_cast<std::size_t>(std::max(n, 0)));
         for (int i = 0; i < n; ++i) {
-            char name[XBASE_FLDNAME_LEN_READ + 1] = {};
+            FieldName name;
             int width = 0;
             int decimals = 0;
-            DBFGetFieldInfo(dbf, i, name, &width, &decimals);
+            DBFGetFieldInfo(dbf, i, name.text, &width, &decimals);
             if (width > 0 && offset + width <= row_length) {
-                places.emplace_back(QByteArray(name).trimmed().toUpper(), Place{offset, width});
+                normalise(&name);
+                places.emplace_back(name, Place{offset, width});
             }
             offset += std::max(width, 0);
         }
     }
-    Place find(const char* name) const {
+    Place find(std::string_view name) const {
         for (const auto& [n, p] : places) {
-            if (n == name) {
+            if (n.view() == name) {
                 return p;
             }
         }
         return {};
+    }
+
+  private:
+    static void normalise(FieldName* name) {
+        const std::string_view whitespace(" \t\n\v\f\r");
+        std::string_view v(name->text);
+        v.remove_prefix(std::min(v.find_first_not_of(whitespace), v.size()));
+        v.remove_suffix(v.size() - std::min(v.find_last_not_of(whitespace) + 1, v.size()));
+        char upper[sizeof name->text] = {};
+        for (std::size_t i = 0; i < v.size(); ++i) {
+            const char c = v[i];
+            upper[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+        }
+        std::memcpy(name->text, upper, sizeof upper);
+        name->size = v.size();
     }
 };
 
@@ -98,22 +122,32 @@ int leading_number(std::string_view v) {
     return static_cast<int>(negative ? -n : n);
 }
 
-// Calls visit(row bytes, deleted) for each row of a table until a row cannot be read.
-template <typename Visit>
-void each_row(DBFHandle dbf, Visit visit) {
-    const int n = DBFGetRecordCount(dbf);
-    for (int i = 0; i < n; ++i) {
-        const char* row = DBFReadTuple(dbf, i);
-        if (row == nullptr) {
-            return;  // a truncated table ends here
-        }
-        visit(row, row[0] == '*');
+// The rows of a table where its header puts them: as many as it counts and the bytes hold
+// whole, so a truncated table ends at its last whole row.
+struct Rows {
+    const char* first = nullptr;
+    int count = 0;
+    int length = 0;
+    const char* row(int i) const {
+        return first + static_cast<std::size_t>(i) * static_cast<std::size_t>(length);
     }
+};
+
+Rows rows_of(DBFHandle dbf, const QByteArray& bytes) {
+    Rows r;
+    r.length = dbf->nRecordLength;
+    const qsizetype room = bytes.size() - dbf->nHeaderLength;
+    if (room > 0 && r.length > 0) {
+        r.first = bytes.constData() + dbf->nHeaderLength;
+        r.count = static_cast<int>(
+            std::min<qsizetype>(std::max(DBFGetRecordCount(dbf), 0), room / r.length));
+    }
+    return r;
 }
 
 // "V1_VAK01" .. "V3_POS10": the group, the kind and the cell number of a VAKDTA field name;
 // -1 when the name is not one of them.
-int cell_of(const QByteArray& name, bool* teacher) {
+int cell_of(std::string_view name, bool* teacher) {
     if (name.size() != 8 || name[0] != 'V' || name[2] != '_') {
         return -1;
     }
@@ -121,7 +155,7 @@ int cell_of(const QByteArray& name, bool* teacher) {
     if (group < 0 || group > 2) {
         return -1;
     }
-    const QByteArray kind = name.mid(3, 3);
+    const std::string_view kind = name.substr(3, 3);
     if (kind != "VAK" && kind != "POS") {
         return -1;
     }
@@ -162,58 +196,54 @@ void GradeSubjects::set_row_layout(int row_length, const std::vector<CellPlace>&
     row_length_ = row_length;
     places_ = cells;
     places_.resize(kSubjectCells);
-    rows_.clear();
-    deleted_.clear();
+    table_.clear();
+    first_ = 0;
+    rows_ = 0;
 }
 
-void GradeSubjects::add_row(const char* bytes, bool deleted) {
-    rows_.append(bytes, static_cast<std::size_t>(row_length_));
-    deleted_.push_back(deleted);
-}
-
-void GradeSubjects::add_rows(const char* bytes, int count) {
-    rows_.append(bytes, static_cast<std::size_t>(count) * static_cast<std::size_t>(row_length_));
-    for (int i = 0; i < count; ++i) {
-        deleted_.push_back(bytes[static_cast<std::size_t>(i) * row_length_] == '*');
-    }
+void GradeSubjects::set_rows(const QByteArray& table, qsizetype first, int count) {
+    table_ = table;
+    first_ = first;
+    rows_ = count;
 }
 
 void GradeSubjects::add_row(const std::vector<std::pair<QString, QString>>& cells) {
     if (places_.empty()) {
+        // The deletion mark, then each cell's subject and teacher.
         std::vector<CellPlace> layout(kSubjectCells);
         for (int i = 0; i < kSubjectCells; ++i) {
-            layout[static_cast<std::size_t>(i)] = {2 * i * kFakeWidth, kFakeWidth,
-                                                   (2 * i + 1) * kFakeWidth, kFakeWidth};
+            layout[static_cast<std::size_t>(i)] = {1 + 2 * i * kFakeWidth, kFakeWidth,
+                                                   1 + (2 * i + 1) * kFakeWidth, kFakeWidth};
         }
-        set_row_layout(2 * kSubjectCells * kFakeWidth, layout);
+        set_row_layout(1 + 2 * kSubjectCells * kFakeWidth, layout);
     }
-    std::string row(static_cast<std::size_t>(row_length_), ' ');
+    QByteArray row(row_length_, ' ');
     const auto put = [&row](int offset, const QString& text) {
         const QByteArray b = cp1252::encode(text).left(kFakeWidth);
-        row.replace(static_cast<std::size_t>(offset), static_cast<std::size_t>(b.size()),
-                    b.constData(), static_cast<std::size_t>(b.size()));
+        row.replace(offset, b.size(), b);
     };
     for (std::size_t i = 0; i < cells.size() && i < places_.size(); ++i) {
         put(places_[i].subject_offset, cells[i].first);
         put(places_[i].teacher_offset, cells[i].second);
     }
-    add_row(row.data(), false);
+    table_.append(row);
+    ++rows_;
 }
 
 std::string_view GradeSubjects::row_bytes(int row) const {
     if (row < 1 || row > class_rows()) {
         return {};
     }
-    return std::string_view(rows_).substr(static_cast<std::size_t>(row - 1) * row_length_,
-                                          static_cast<std::size_t>(row_length_));
+    return std::string_view(
+        table_.constData() + first_ + static_cast<std::size_t>(row - 1) * row_length_,
+        static_cast<std::size_t>(row_length_));
 }
 
 SubjectCell GradeSubjects::cell(int row, int index) const {
-    if (row < 1 || row > class_rows() || index < 0 || index >= kSubjectCells ||
-        deleted_[static_cast<std::size_t>(row - 1)]) {
+    if (row < 1 || row > class_rows() || index < 0 || index >= kSubjectCells || row_deleted(row)) {
         return {};
     }
-    const char* bytes = rows_.data() + static_cast<std::size_t>(row - 1) * row_length_;
+    const char* bytes = row_bytes(row).data();
     const CellPlace& p = places_[static_cast<std::size_t>(index)];
     SubjectCell c;
     if (p.subject_offset >= 0) {
@@ -234,29 +264,33 @@ GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3
         const Fields f(dbf.get());
         const Place state = f.find("PD_AKTIEF");
         const Place klas = f.find("PD_T_NR");
-        each_row(dbf.get(), [&](const char* row, bool deleted) {
-            if (!deleted && field(row, state) != "*") {
+        const Rows rows = rows_of(dbf.get(), ppl_cmp);
+        for (int i = 0; i < rows.count; ++i) {
+            const char* row = rows.row(i);
+            if (row[0] != '*' && field(row, state) != "*") {
                 g.class_numbers.push_back(leading_number(field(row, klas)));
             }
-        });
+        }
     }
     if (const DbfPtr dbf = store::open_dbf_in_memory(pi3)) {
         const Fields f(dbf.get());
         const Place code = f.find("PI_KODE");
         const Place number = f.find("PI_NR");
-        each_row(dbf.get(), [&](const char* row, bool deleted) {
+        const Rows rows = rows_of(dbf.get(), pi3);
+        for (int i = 0; i < rows.count; ++i) {
+            const char* row = rows.row(i);
             const std::string_view c = field(row, code);
-            if (!deleted && !c.empty()) {
+            if (row[0] != '*' && !c.empty()) {
                 g.subjects.emplace_back(std::string(c), leading_number(field(row, number)));
             }
-        });
+        }
     }
     if (const DbfPtr dbf = store::open_dbf_in_memory(vakdta)) {
         const Fields f(dbf.get());
         std::vector<GradeSubjects::CellPlace> cells(kSubjectCells);
         for (const auto& [name, place] : f.places) {
             bool teacher = false;
-            const int index = cell_of(name, &teacher);
+            const int index = cell_of(name.view(), &teacher);
             if (index < 0) {
                 continue;
             }
@@ -265,14 +299,9 @@ GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3
             (teacher ? c.teacher_width : c.subject_width) = place.width;
         }
         g.set_row_layout(f.row_length, cells);
-        // The rows stand one after the other in the bytes, so they are taken in one piece; a
-        // row that would run past the end is where a truncated table ends.
-        const qsizetype room = vakdta.size() - dbf->nHeaderLength;
-        const int rows = room <= 0 ? 0
-                                   : static_cast<int>(std::min<qsizetype>(
-                                         DBFGetRecordCount(dbf.get()), room / f.row_length));
-        if (rows > 0) {
-            g.add_rows(vakdta.constData() + dbf->nHeaderLength, rows);
+        const Rows rows = rows_of(dbf.get(), vakdta);
+        if (rows.count > 0) {
+            g.set_rows(vakdta, dbf->nHeaderLength, rows.count);
         }
     }
     return g;
