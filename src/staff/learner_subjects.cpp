@@ -186,7 +186,17 @@ QString cell_field_name(int index, const char* kind) {
         .arg(index + 1, 2, 10, QLatin1Char('0'));
 }
 
-constexpr int kFakeWidth = 16;  // the cells of a row made from texts
+// The widths of the subject and teacher fields of a row made from texts: as the learner
+// programs' tables have them, with room for a text longer than a post number in the first ten
+// cells, and wider than most in the third group. The first cell after those comes last in the
+// row, so that narrow fields end it.
+constexpr int kFakeRoomy = 10;
+std::pair<int, int> fake_widths(int index) {
+    if (index >= kSubjectGroupCells[0] + kSubjectGroupCells[1]) {
+        return {12, 10};
+    }
+    return {8, index < kFakeRoomy ? 7 : 5};
+}
 
 }  // namespace
 
@@ -211,20 +221,23 @@ void GradeSubjects::add_row(const std::vector<std::pair<QString, QString>>& cell
     if (places_.empty()) {
         // The deletion mark, then each cell's subject and teacher.
         std::vector<CellPlace> layout(kSubjectCells);
-        for (int i = 0; i < kSubjectCells; ++i) {
-            layout[static_cast<std::size_t>(i)] = {1 + 2 * i * kFakeWidth, kFakeWidth,
-                                                   1 + (2 * i + 1) * kFakeWidth, kFakeWidth};
+        int offset = 1;
+        for (int n = 0; n < kSubjectCells; ++n) {
+            const int i = n < kFakeRoomy ? n : n + 1 < kSubjectCells ? n + 1 : kFakeRoomy;
+            const auto [subject, teacher] = fake_widths(i);
+            layout[static_cast<std::size_t>(i)] = {offset, subject, offset + subject, teacher};
+            offset += subject + teacher;
         }
-        set_row_layout(1 + 2 * kSubjectCells * kFakeWidth, layout);
+        set_row_layout(offset, layout);
     }
     QByteArray row(row_length_, ' ');
-    const auto put = [&row](int offset, const QString& text) {
-        const QByteArray b = cp1252::encode(text).left(kFakeWidth);
+    const auto put = [&row](int offset, int width, const QString& text) {
+        const QByteArray b = cp1252::encode(text).left(width);
         row.replace(offset, b.size(), b);
     };
     for (std::size_t i = 0; i < cells.size() && i < places_.size(); ++i) {
-        put(places_[i].subject_offset, cells[i].first);
-        put(places_[i].teacher_offset, cells[i].second);
+        put(places_[i].subject_offset, places_[i].subject_width, cells[i].first);
+        put(places_[i].teacher_offset, places_[i].teacher_width, cells[i].second);
     }
     table_.append(row);
     ++rows_;

@@ -4,11 +4,11 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "platform/codepage.h"
@@ -59,10 +59,11 @@ std::uint64_t list_key(std::string_view post) {
     return k;
 }
 
-// personeel_lys: post number key to record, open addressing over a power-of-two table. The
-// walk looks a teacher up for nearly every cell, and a general hash map's division and chains
-// were most of its time. A key is never 0 (its length is part of it), so 0 marks a free slot.
-class PostIndex {
+// A number key to a record or row, open addressing over a power-of-two table: personeel_lys,
+// and the walk's tables of teacher fields and of rows. The walk looks a teacher up for nearly
+// every cell, and a general hash map's division and chains were most of its time. A key is
+// never 0 (a post number's length is part of its key), so 0 marks a free slot.
+class KeyIndex {
   public:
     // The record of a key; -1 when absent.
     int find(std::uint64_t key) const {
@@ -157,7 +158,7 @@ class SubjectRecords {
         });
         existing_ = count;
         changed_.assign(static_cast<std::size_t>(count), false);
-        full_.assign(static_cast<std::size_t>(count), false);
+        full_.assign(static_cast<std::size_t>(count), 0);
         for (int i = 0; i < count; ++i) {
             const std::string_view post = trimmed(record(i) + kPost.offset, kPost.width);
             if (!post.empty()) {
@@ -177,7 +178,7 @@ class SubjectRecords {
         personeel_lys_.add(list_key(post), index);
         bytes_.append(r);
         changed_.push_back(true);
-        full_.push_back(false);
+        full_.push_back(0);
         ++added_;
         return index;
     }
@@ -199,7 +200,7 @@ class SubjectRecords {
             }
         }
         if (first_blank == 0) {
-            full_[static_cast<std::size_t>(index)] = true;
+            full_[static_cast<std::size_t>(index)] = 1;
             return false;
         }
         put(r + kTaught.element_offset(first_blank), kTaught.width, code);
@@ -209,7 +210,7 @@ class SubjectRecords {
     }
 
     // A list found full stays full: nothing empties a slot during the walk.
-    bool full(int index) const { return full_[static_cast<std::size_t>(index)]; }
+    bool full(int index) const { return full_[static_cast<std::size_t>(index)] != 0; }
     int records() const { return static_cast<int>(changed_.size()); }
     int existing() const { return existing_; }
     int added() const { return added_; }
@@ -232,24 +233,28 @@ class SubjectRecords {
 
     std::string bytes_;
     std::vector<bool> changed_;
-    std::vector<bool> full_;
-    PostIndex personeel_lys_;
+    std::vector<std::uint8_t> full_;
+    KeyIndex personeel_lys_;
     int existing_ = 0;
     int added_ = 0;
 };
 
-// A field of at most eight bytes read as one number: its bytes, zeros past its width. Where
-// eight bytes from its start still lie in the row, one load and a mask read it.
-class NarrowField {
+// How the walk reads a field of a row. A field of at most eight bytes also reads as one number,
+// its bytes with zeros past its width: where eight bytes from its start still lie in the row,
+// one load and a mask read it.
+class FieldReader {
   public:
-    NarrowField() = default;
-    NarrowField(int offset, int width, std::size_t row_length)
+    FieldReader(int offset, int width, std::size_t row_length)
         : offset_(static_cast<std::size_t>(offset)),
           width_(static_cast<std::size_t>(width)),
+          narrow_(width_ <= sizeof(std::uint64_t)),
           one_load_(offset_ + sizeof(std::uint64_t) <= row_length) {
-        std::memset(&mask_, 0xFF, width_);  // the field's own bytes, whatever the byte order
+        if (narrow_) {
+            std::memset(&mask_, 0xFF, width_);  // the field's own bytes, whatever the byte order
+        }
     }
-    static bool fits(int width) { return width >= 0 && width <= 8; }
+    std::string_view bytes(const char* row) const { return {row + offset_, width_}; }
+    bool narrow() const { return narrow_; }
     std::uint64_t key(const char* row) const {
         std::uint64_t k = 0;
         if (one_load_) {
@@ -261,11 +266,40 @@ class NarrowField {
     }
 
   private:
-    std::size_t offset_ = 0;
-    std::size_t width_ = 0;
+    std::size_t offset_;
+    std::size_t width_;
     std::uint64_t mask_ = 0;
-    bool one_load_ = false;
+    bool narrow_;
+    bool one_load_;
 };
+
+// A row's bytes as one number, for finding rows walked before: eight bytes at a time over four
+// lanes, then mixed. Equal numbers only point to a row whose bytes are then compared; never 0.
+std::uint64_t row_key(std::string_view row) {
+    constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15ULL;
+    std::uint64_t lane[4] = {row.size(), 1, 2, 3};
+    const char* p = row.data();
+    std::size_t n = row.size();
+    const auto mix = [&p](std::uint64_t& l, std::size_t width) {
+        std::uint64_t w = 0;
+        std::memcpy(&w, p, width);
+        l = (l ^ w) * kOdd;
+        p += width;
+    };
+    for (; n >= 4 * sizeof(std::uint64_t); n -= 4 * sizeof(std::uint64_t)) {
+        for (std::uint64_t& l : lane) {
+            mix(l, sizeof(std::uint64_t));
+        }
+    }
+    for (; n >= sizeof(std::uint64_t); n -= sizeof(std::uint64_t)) {
+        mix(lane[0], sizeof(std::uint64_t));
+    }
+    mix(lane[1], n);
+    std::uint64_t h =
+        lane[0] ^ std::rotl(lane[1], 16) ^ std::rotl(lane[2], 32) ^ std::rotl(lane[3], 48);
+    h = (h ^ (h >> 32)) * kOdd;
+    return (h ^ (h >> 29)) | 1;
+}
 
 // The code a subject is stored under: its number from the grade's subject table, as text
 // cut to the field (the same cut for storing and for comparing).
@@ -296,45 +330,43 @@ int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& rec
     const std::string_view grade_text(grade_bytes.constData(),
                                       static_cast<std::size_t>(grade_bytes.size()));
 
-    // Each column remembers the field it last resolved to a subject; each teacher field, by its
-    // bytes, the record it names (kNoPost where it names none). A field's bytes read as one
-    // number when it is at most eight wide, which is how the tables come; wider ones are read
-    // as text each time.
+    // The cells the table has both fields of, in order (a cell it lacks reads blank). Each
+    // remembers what its subject field last stood for: the code, or -1 for none.
     struct Column {
-        std::string_view field;
-        std::uint64_t key = 0;  // the field's bytes, when it is at most eight wide
-        int code = -1;
+        FieldReader subject, teacher;
+        std::uint64_t last_key = 0;
+        std::string_view last_field;
         bool seen = false;
-        NarrowField subject, teacher;  // how the cell's two fields are read, where narrow
-        bool narrow_subject = false, narrow_teacher = false;
+        int code = -1;
     };
-    constexpr int kNoPost = -2;
-    std::vector<Column> columns(kSubjectCells);
-    const std::size_t row_length = g.class_rows() > 0 ? g.row_bytes(1).size() : 0;
+    std::vector<Column> columns;
+    const auto row_length = static_cast<std::size_t>(std::max(g.row_length(), 0));
     for (int c = 0; c < kSubjectCells; ++c) {
         const GradeSubjects::CellPlace& place = g.place(c);
-        Column& col = columns[static_cast<std::size_t>(c)];
-        col.narrow_subject = NarrowField::fits(place.subject_width);
-        col.narrow_teacher = NarrowField::fits(place.teacher_width);
-        if (col.narrow_subject) {
-            col.subject = NarrowField(place.subject_offset, place.subject_width, row_length);
-        }
-        if (col.narrow_teacher) {
-            col.teacher = NarrowField(place.teacher_offset, place.teacher_width, row_length);
+        if (place.subject_offset >= 0 && place.teacher_offset >= 0) {
+            columns.push_back({FieldReader(place.subject_offset, place.subject_width, row_length),
+                               FieldReader(place.teacher_offset, place.teacher_width, row_length)});
         }
     }
-    PostIndex teacher_fields;
-    const auto record_of = [&records](std::string_view teacher) {
+    // Each narrow teacher field, by its bytes, to the record it names (kNoPost for none).
+    constexpr int kNoPost = -2;
+    KeyIndex teacher_fields;
+    std::vector<std::uint8_t> tried;  // by record and code
+    const auto record_of = [&](std::string_view teacher) {
         if (!is_post_number(teacher)) {
             return kNoPost;
         }
-        const int record = records.find(teacher);
-        return record >= 0 ? record : records.append(teacher);
+        int record = records.find(teacher);
+        if (record < 0) {
+            record = records.append(teacher);
+        }
+        tried.resize(static_cast<std::size_t>(records.records()) * codes.size(), 0);
+        return record;
     };
+    tried.resize(static_cast<std::size_t>(records.records()) * codes.size(), 0);
 
     std::vector<bool> walked(static_cast<std::size_t>(g.class_rows()) + 1, false);
-    std::unordered_set<std::string_view> row_contents;
-    std::vector<std::uint8_t> tried;  // by record and code
+    KeyIndex row_contents;  // a row's key to the first walked row with it
     int added = 0;
     const int learners = static_cast<int>(g.class_numbers.size());
     for (int li = 0; li < learners; ++li) {
@@ -344,64 +376,57 @@ int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& rec
             continue;
         }
         walked[static_cast<std::size_t>(row)] = true;
-        const std::string_view bytes = g.row_bytes(row);
-        if (g.row_deleted(row) || !row_contents.insert(bytes).second) {
-            continue;  // a deleted row's cells are blank; a row like one walked before
+        if (g.row_deleted(row)) {
+            continue;  // a deleted row's cells are blank
         }
-        for (int c = 0; c < kSubjectCells; ++c) {
-            const GradeSubjects::CellPlace& place = g.place(c);
-            if (place.subject_offset < 0 || place.teacher_offset < 0) {
-                continue;  // a cell the table lacks reads blank
-            }
-            Column& col = columns[static_cast<std::size_t>(c)];
-            const std::string_view subject_field =
-                bytes.substr(static_cast<std::size_t>(place.subject_offset),
-                             static_cast<std::size_t>(place.subject_width));
+        const std::string_view bytes = g.row_bytes(row);
+        const std::uint64_t content = row_key(bytes);
+        const int like = row_contents.find(content);
+        if (like < 0) {
+            row_contents.add(content, row);
+        } else if (g.row_bytes(like) == bytes) {
+            continue;  // a row like one walked before
+        }
+        for (Column& col : columns) {
+            const std::string_view subject_field = col.subject.bytes(bytes.data());
             const std::uint64_t subject_key =
-                col.narrow_subject ? col.subject.key(bytes.data()) : 0;
-            if (!col.seen ||
-                (col.narrow_subject ? col.key != subject_key : !same(col.field, subject_field))) {
+                col.subject.narrow() ? col.subject.key(bytes.data()) : 0;
+            if (!col.seen || (col.subject.narrow() ? col.last_key != subject_key
+                                                   : !same(col.last_field, subject_field))) {
                 const std::string_view subject = cell_text(subject_field);
                 const auto it = pi3_lys.find(subject);
-                col.field = subject_field;
-                col.key = subject_key;
+                col.last_field = subject_field;
+                col.last_key = subject_key;
                 col.seen = true;
                 col.code = subject.empty() || it == pi3_lys.end() ? -1 : it->second;
             }
             if (col.code < 0) {
                 continue;  // blank, or not a subject of the grade
             }
-            const std::string_view teacher_field =
-                bytes.substr(static_cast<std::size_t>(place.teacher_offset),
-                             static_cast<std::size_t>(place.teacher_width));
             int record;
-            if (col.narrow_teacher) {
+            if (col.teacher.narrow()) {
                 const std::uint64_t key = col.teacher.key(bytes.data());
                 if (key == 0) {
                     continue;  // nothing but NULs
                 }
                 record = teacher_fields.find(key);
                 if (record == -1) {
-                    record = record_of(cell_text(teacher_field));
+                    record = record_of(cell_text(col.teacher.bytes(bytes.data())));
                     teacher_fields.add(key, record);
                 }
             } else {
-                record = record_of(cell_text(teacher_field));
+                record = record_of(cell_text(col.teacher.bytes(bytes.data())));
             }
-            if (record == kNoPost) {
+            if (record == kNoPost || records.full(record)) {
+                continue;  // no post number, or a list found full, which stays full
+            }
+            std::uint8_t& done = tried[static_cast<std::size_t>(record) * codes.size() +
+                                       static_cast<std::size_t>(col.code)];
+            if (done != 0) {
                 continue;
             }
-            const std::size_t key = static_cast<std::size_t>(record) * codes.size() +
-                                    static_cast<std::size_t>(col.code);
-            if (key >= tried.size()) {
-                tried.resize(std::max(key + 1, tried.size() * 2), 0);
-            }
-            if (tried[key] != 0) {
-                continue;
-            }
-            tried[key] = 1;
-            if (!records.full(record) &&
-                records.add_code(record, codes[static_cast<std::size_t>(col.code)], grade_text)) {
+            done = 1;
+            if (records.add_code(record, codes[static_cast<std::size_t>(col.code)], grade_text)) {
                 ++added;
             }
         }
