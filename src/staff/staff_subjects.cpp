@@ -65,6 +65,12 @@ std::uint64_t list_key(std::string_view post) {
 // never 0 (a post number's length is part of its key), so 0 marks a free slot.
 class KeyIndex {
   public:
+    // Room for expected keys before the table grows.
+    explicit KeyIndex(std::size_t expected = 0) {
+        if (expected > 0) {
+            slots_.assign(std::bit_ceil(std::max<std::size_t>(64, expected * 2)), Slot{});
+        }
+    }
     // The record of a key; -1 when absent.
     int find(std::uint64_t key) const {
         if (slots_.empty()) {
@@ -277,26 +283,27 @@ class FieldReader {
 // lanes, then mixed. Equal numbers only point to a row whose bytes are then compared; never 0.
 std::uint64_t row_key(std::string_view row) {
     constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15ULL;
-    std::uint64_t lane[4] = {row.size(), 1, 2, 3};
+    const auto word = [](const char* p) {
+        std::uint64_t w = 0;
+        std::memcpy(&w, p, sizeof w);
+        return w;
+    };
     const char* p = row.data();
     std::size_t n = row.size();
-    const auto mix = [&p](std::uint64_t& l, std::size_t width) {
-        std::uint64_t w = 0;
-        std::memcpy(&w, p, width);
-        l = (l ^ w) * kOdd;
-        p += width;
-    };
-    for (; n >= 4 * sizeof(std::uint64_t); n -= 4 * sizeof(std::uint64_t)) {
-        for (std::uint64_t& l : lane) {
-            mix(l, sizeof(std::uint64_t));
-        }
+    std::uint64_t a = n, b = 0, c = 0, d = 0;
+    for (; n >= 32; n -= 32, p += 32) {
+        a = (a ^ word(p)) * kOdd;
+        b = (b ^ word(p + 8)) * kOdd;
+        c = (c ^ word(p + 16)) * kOdd;
+        d = (d ^ word(p + 24)) * kOdd;
     }
-    for (; n >= sizeof(std::uint64_t); n -= sizeof(std::uint64_t)) {
-        mix(lane[0], sizeof(std::uint64_t));
+    for (; n >= 8; n -= 8, p += 8) {
+        a = (a ^ word(p)) * kOdd;
     }
-    mix(lane[1], n);
-    std::uint64_t h =
-        lane[0] ^ std::rotl(lane[1], 16) ^ std::rotl(lane[2], 32) ^ std::rotl(lane[3], 48);
+    std::uint64_t tail = 0;
+    std::memcpy(&tail, p, n);
+    b = (b ^ tail) * kOdd;
+    std::uint64_t h = a ^ std::rotl(b, 16) ^ std::rotl(c, 32) ^ std::rotl(d, 48);
     h = (h ^ (h >> 32)) * kOdd;
     return (h ^ (h >> 29)) | 1;
 }
@@ -309,21 +316,78 @@ std::string stored_code(int number) {
     return code;
 }
 
-// add_staff_subject for every cell of every row that an active learner of the grade is in.
-// A call made before does nothing again (the code is in the list, or the list was full and
-// stays full), and that is what the walk saves on: learners of one class share its row, and
-// learners with the same choices and teachers have rows with the same bytes, so each row
-// content is walked once; a column's subject and a teacher field's record are resolved
-// once per distinct bytes; and each pair of post and subject is tried once. Each learner is
-// reported to on_learner (learner, learners) as the walk reaches it. Returns the number of codes
-// stored.
-int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& records,
-               const std::function<void(int, int)>& on_learner) {
-    std::vector<std::string> codes;  // pi3_lys: the stored code of each subject with a number
+// add_staff_subject for every cell of every row that an active learner of a grade is in, grade
+// after grade. A call made before does nothing again (the code is in the list, or the list was
+// full and stays full), and that is what the walk saves on: learners of one class share its
+// row, and learners with the same choices and teachers have rows with the same bytes, so each
+// row content of a grade is walked once; a column's subject and a teacher field's record are
+// resolved once per distinct bytes; and each pair of post and stored code is tried once in
+// the whole rebuild, whichever grade it comes from.
+class SubjectWalk {
+  public:
+    explicit SubjectWalk(SubjectRecords& records)
+        : records_(records), teacher_fields_(static_cast<std::size_t>(records.records())) {}
+
+    // One grade. Each learner is reported to on_learner (learner, learners) as the walk reaches
+    // it. Returns the number of codes stored.
+    int walk_grade(const GradeSubjects& g, const QString& grade,
+                   const std::function<void(int, int)>& on_learner);
+
+  private:
+    static constexpr int kNoPost = -2;
+
+    // The record a teacher cell names, appended when the file has none; kNoPost for none.
+    int record_of(std::string_view teacher) {
+        if (!is_post_number(teacher)) {
+            return kNoPost;
+        }
+        const int record = records_.find(teacher);
+        if (record >= 0) {
+            return record;
+        }
+        const int added = records_.append(teacher);
+        fit_tried();
+        return added;
+    }
+    // The number of a stored code in codes_, given one when new.
+    int code_id(std::string code) {
+        const auto [it, added] = code_ids_.try_emplace(code, static_cast<int>(codes_.size()));
+        if (added) {
+            codes_.push_back(std::move(code));
+            fit_tried();
+        }
+        return it->second;
+    }
+    // tried_ has a row of stride_ codes for every record.
+    void fit_tried() {
+        if (codes_.size() > stride_) {
+            const std::size_t stride = std::max<std::size_t>(64, stride_ * 2);
+            std::vector<std::uint8_t> wider(static_cast<std::size_t>(records_.records()) * stride);
+            for (std::size_t r = 0; stride_ > 0 && r < tried_.size() / stride_; ++r) {
+                std::memcpy(wider.data() + r * stride, tried_.data() + r * stride_, stride_);
+            }
+            tried_ = std::move(wider);
+            stride_ = stride;
+        }
+        tried_.resize(static_cast<std::size_t>(records_.records()) * stride_, 0);
+    }
+
+    SubjectRecords& records_;
+    KeyIndex teacher_fields_;  // a narrow teacher field's bytes to its record or kNoPost
+    std::unordered_map<std::string, int> code_ids_;
+    std::vector<std::string> codes_;
+    std::vector<std::uint8_t> tried_;  // by record and code, stride_ codes a record
+    std::size_t stride_ = 0;
+};
+
+int SubjectWalk::walk_grade(const GradeSubjects& g, const QString& grade,
+                            const std::function<void(int, int)>& on_learner) {
+    // pi3_lys: each subject with a number, to its stored code.
     std::unordered_map<std::string_view, int> pi3_lys;
+    pi3_lys.reserve(g.subjects.size());
     for (const auto& [code, number] : g.subjects) {
-        if (number != 0 && pi3_lys.emplace(code, static_cast<int>(codes.size())).second) {
-            codes.push_back(stored_code(number));
+        if (number != 0 && !pi3_lys.contains(code)) {
+            pi3_lys.emplace(code, code_id(stored_code(number)));
         }
     }
     const QByteArray grade_bytes = cp1252::encode(grade);
@@ -348,25 +412,9 @@ int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& rec
                                FieldReader(place.teacher_offset, place.teacher_width, row_length)});
         }
     }
-    // Each narrow teacher field, by its bytes, to the record it names (kNoPost for none).
-    constexpr int kNoPost = -2;
-    KeyIndex teacher_fields;
-    std::vector<std::uint8_t> tried;  // by record and code
-    const auto record_of = [&](std::string_view teacher) {
-        if (!is_post_number(teacher)) {
-            return kNoPost;
-        }
-        int record = records.find(teacher);
-        if (record < 0) {
-            record = records.append(teacher);
-        }
-        tried.resize(static_cast<std::size_t>(records.records()) * codes.size(), 0);
-        return record;
-    };
-    tried.resize(static_cast<std::size_t>(records.records()) * codes.size(), 0);
 
     std::vector<bool> walked(static_cast<std::size_t>(g.class_rows()) + 1, false);
-    KeyIndex row_contents;  // a row's key to the first walked row with it
+    KeyIndex row_contents(static_cast<std::size_t>(g.class_rows()));  // to the first such row
     int added = 0;
     const int learners = static_cast<int>(g.class_numbers.size());
     for (int li = 0; li < learners; ++li) {
@@ -409,24 +457,24 @@ int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& rec
                 if (key == 0) {
                     continue;  // nothing but NULs
                 }
-                record = teacher_fields.find(key);
+                record = teacher_fields_.find(key);
                 if (record == -1) {
                     record = record_of(cell_text(col.teacher.bytes(bytes.data())));
-                    teacher_fields.add(key, record);
+                    teacher_fields_.add(key, record);
                 }
             } else {
                 record = record_of(cell_text(col.teacher.bytes(bytes.data())));
             }
-            if (record == kNoPost || records.full(record)) {
+            if (record == kNoPost || records_.full(record)) {
                 continue;  // no post number, or a list found full, which stays full
             }
-            std::uint8_t& done = tried[static_cast<std::size_t>(record) * codes.size() +
-                                       static_cast<std::size_t>(col.code)];
-            if (done != 0) {
+            std::uint8_t& tried = tried_[static_cast<std::size_t>(record) * stride_ +
+                                         static_cast<std::size_t>(col.code)];
+            if (tried != 0) {
                 continue;
             }
-            done = 1;
-            if (records.add_code(record, codes[static_cast<std::size_t>(col.code)], grade_text)) {
+            tried = 1;
+            if (records_.add_code(record, codes_[static_cast<std::size_t>(col.code)], grade_text)) {
                 ++added;
             }
         }
@@ -494,6 +542,7 @@ void StaffSubjects::recreate_staff_subjects() {
     }
 
     const QStringList grades = school_grades(session_);
+    SubjectWalk walk(records);
     for (int gi = 0; gi < grades.size(); ++gi) {
         const QString& grade = grades.at(gi);
         const QString folder =
@@ -505,7 +554,7 @@ void StaffSubjects::recreate_staff_subjects() {
             continue;
         }
         outcome.grades_read << grade;
-        outcome.subjects_added += walk_grade(*g, grade, records, [&](int li, int learners) {
+        outcome.subjects_added += walk.walk_grade(*g, grade, [&](int li, int learners) {
             if (progress) {
                 progress(gi, static_cast<int>(grades.size()), li, learners);
             }
