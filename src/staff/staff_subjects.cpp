@@ -73,32 +73,29 @@ class KeyIndex {
     }
     // The record of a key; -1 when absent.
     int find(std::uint64_t key) const {
-        if (slots_.empty()) {
-            return -1;
-        }
-        for (std::size_t i = slot_of(key);; i = (i + 1) & mask()) {
-            if (slots_[i].key == key) {
-                return slots_[i].record;
-            }
-            if (slots_[i].key == 0) {
-                return -1;
-            }
-        }
+        const Slot* s = locate(key);
+        return s == nullptr ? -1 : s->record;
     }
-    // Adds a key unless present: the first record keeps it.
-    void add(std::uint64_t key, int record) {
+    // The record of a key, to be changed in place; null when absent.
+    int* value(std::uint64_t key) {
+        Slot* s = const_cast<Slot*>(locate(key));
+        return s == nullptr ? nullptr : &s->record;
+    }
+    // Adds a key unless present: the first record keeps it. Returns the key's record.
+    int* add(std::uint64_t key, int record) {
         if ((used_ + 1) * 2 > slots_.size()) {
             grow();
         }
         std::size_t i = slot_of(key);
         while (slots_[i].key != 0) {
             if (slots_[i].key == key) {
-                return;
+                return &slots_[i].record;
             }
             i = (i + 1) & mask();
         }
         slots_[i] = {key, record};
         ++used_;
+        return &slots_[i].record;
     }
 
   private:
@@ -106,6 +103,19 @@ class KeyIndex {
         std::uint64_t key = 0;
         int record = 0;
     };
+    const Slot* locate(std::uint64_t key) const {
+        if (slots_.empty()) {
+            return nullptr;
+        }
+        for (std::size_t i = slot_of(key);; i = (i + 1) & mask()) {
+            if (slots_[i].key == key) {
+                return &slots_[i];
+            }
+            if (slots_[i].key == 0) {
+                return nullptr;
+            }
+        }
+    }
     std::size_t mask() const { return slots_.size() - 1; }
     std::size_t slot_of(std::uint64_t key) const {
         return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ULL) >> 32) & mask();
@@ -334,12 +344,14 @@ class SubjectWalk {
                    const std::function<void(int, int)>& on_learner);
 
   private:
-    static constexpr int kNoPost = -2;
+    // What a teacher field stands for when it can add nothing: it names no post number, or a
+    // post whose list is full.
+    static constexpr int kNothing = -2;
 
-    // The record a teacher cell names, appended when the file has none; kNoPost for none.
+    // The record a teacher cell names, appended when the file has none; kNothing for none.
     int record_of(std::string_view teacher) {
         if (!is_post_number(teacher)) {
-            return kNoPost;
+            return kNothing;
         }
         const int record = records_.find(teacher);
         if (record >= 0) {
@@ -373,7 +385,7 @@ class SubjectWalk {
     }
 
     SubjectRecords& records_;
-    KeyIndex teacher_fields_;  // a narrow teacher field's bytes to its record or kNoPost
+    KeyIndex teacher_fields_;  // a narrow teacher field's bytes to its record or kNothing
     std::unordered_map<std::string, int> code_ids_;
     std::vector<std::string> codes_;
     std::vector<std::uint8_t> tried_;  // by record and code, stride_ codes a record
@@ -452,21 +464,29 @@ int SubjectWalk::walk_grade(const GradeSubjects& g, const QString& grade,
                 continue;  // blank, or not a subject of the grade
             }
             int record;
+            int* field = nullptr;  // where a narrow teacher field keeps its record
             if (col.teacher.narrow()) {
                 const std::uint64_t key = col.teacher.key(bytes.data());
                 if (key == 0) {
                     continue;  // nothing but NULs
                 }
-                record = teacher_fields_.find(key);
-                if (record == -1) {
-                    record = record_of(cell_text(col.teacher.bytes(bytes.data())));
-                    teacher_fields_.add(key, record);
+                field = teacher_fields_.value(key);
+                if (field == nullptr) {
+                    field = teacher_fields_.add(
+                        key, record_of(cell_text(col.teacher.bytes(bytes.data()))));
                 }
+                record = *field;
             } else {
                 record = record_of(cell_text(col.teacher.bytes(bytes.data())));
             }
-            if (record == kNoPost || records_.full(record)) {
-                continue;  // no post number, or a list found full, which stays full
+            if (record == kNothing) {
+                continue;
+            }
+            if (records_.full(record)) {
+                if (field != nullptr) {
+                    *field = kNothing;  // a list found full stays full
+                }
+                continue;
             }
             std::uint8_t& tried = tried_[static_cast<std::size_t>(record) * stride_ +
                                          static_cast<std::size_t>(col.code)];
