@@ -162,6 +162,21 @@ bool is_post_number(std::string_view teacher) {
            teacher.size() <= static_cast<std::size_t>(kPost.width);
 }
 
+// The code a subject is stored under: its number from the grade's subject table, as text cut
+// to the field (the same cut for storing and for comparing), and as the field holds it.
+struct StoredCode {
+    explicit StoredCode(int number) : text(std::to_string(number)) {
+        text.resize(std::min(text.size(), static_cast<std::size_t>(kTaught.width)));
+        field = text;
+        field.resize(static_cast<std::size_t>(kTaught.width), ' ');
+    }
+    std::string text;
+    std::string field;
+};
+
+constexpr char kBlankField[] = "                ";
+static_assert(sizeof kBlankField > static_cast<std::size_t>(kTaught.width));
+
 // The subject file in memory: its records as they stand, the hidden list personeel_lys from
 // post number to record, and which records changed.
 class SubjectRecords {
@@ -201,14 +216,21 @@ class SubjectRecords {
 
     // The walk of add_staff_subject over a record's list from slot 1: an equal code ends it
     // with nothing to do; otherwise the code and grade go to the first blank slot, and a full
-    // list loses the code. True when the code was stored.
-    bool add_code(int index, std::string_view code, std::string_view grade) {
+    // list loses the code. True when the code was stored. A slot as this program writes it,
+    // the code or nothing blank-padded, is told by its bytes.
+    bool add_code(int index, const StoredCode& code, std::string_view grade) {
         char* r = record(index);
+        const auto width = static_cast<std::size_t>(kTaught.width);
         int first_blank = 0;
         for (int slot = 1; slot <= kLastSlot; ++slot) {
+            const char* field = r + kTaught.element_offset(slot);
+            if (std::memcmp(field, code.field.data(), width) == 0) {
+                return false;
+            }
+            const bool blank = std::memcmp(field, kBlankField, width) == 0;
             const std::string_view stored =
-                trimmed(r + kTaught.element_offset(slot), kTaught.width);
-            if (same(stored, code)) {
+                blank ? std::string_view() : trimmed(field, kTaught.width);
+            if (!blank && same(stored, code.text)) {
                 return false;
             }
             if (stored.empty() && first_blank == 0) {
@@ -219,7 +241,7 @@ class SubjectRecords {
             full_[static_cast<std::size_t>(index)] = 1;
             return false;
         }
-        put(r + kTaught.element_offset(first_blank), kTaught.width, code);
+        std::memcpy(r + kTaught.element_offset(first_blank), code.field.data(), width);
         put(r + kTaughtGrade.element_offset(first_blank), kTaughtGrade.width, grade);
         changed_[static_cast<std::size_t>(index)] = true;
         return true;
@@ -318,14 +340,6 @@ std::uint64_t row_key(std::string_view row) {
     return (h ^ (h >> 29)) | 1;
 }
 
-// The code a subject is stored under: its number from the grade's subject table, as text
-// cut to the field (the same cut for storing and for comparing).
-std::string stored_code(int number) {
-    std::string code = std::to_string(number);
-    code.resize(std::min(code.size(), static_cast<std::size_t>(kTaught.width)));
-    return code;
-}
-
 // add_staff_subject for every cell of every row that an active learner of a grade is in, grade
 // after grade. A call made before does nothing again (the code is in the list, or the list was
 // full and stays full), and that is what the walk saves on: learners of one class share its
@@ -362,8 +376,9 @@ class SubjectWalk {
         return added;
     }
     // The number of a stored code in codes_, given one when new.
-    int code_id(std::string code) {
-        const auto [it, added] = code_ids_.try_emplace(code, static_cast<int>(codes_.size()));
+    int code_id(int number) {
+        StoredCode code(number);
+        const auto [it, added] = code_ids_.try_emplace(code.text, static_cast<int>(codes_.size()));
         if (added) {
             codes_.push_back(std::move(code));
             fit_tried();
@@ -387,7 +402,7 @@ class SubjectWalk {
     SubjectRecords& records_;
     KeyIndex teacher_fields_;  // a narrow teacher field's bytes to its record or kNothing
     std::unordered_map<std::string, int> code_ids_;
-    std::vector<std::string> codes_;
+    std::vector<StoredCode> codes_;
     std::vector<std::uint8_t> tried_;  // by record and code, stride_ codes a record
     std::size_t stride_ = 0;
 };
@@ -399,7 +414,7 @@ int SubjectWalk::walk_grade(const GradeSubjects& g, const QString& grade,
     pi3_lys.reserve(g.subjects.size());
     for (const auto& [code, number] : g.subjects) {
         if (number != 0 && !pi3_lys.contains(code)) {
-            pi3_lys.emplace(code, code_id(stored_code(number)));
+            pi3_lys.emplace(code, code_id(number));
         }
     }
     const QByteArray grade_bytes = cp1252::encode(grade);

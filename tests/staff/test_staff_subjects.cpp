@@ -170,6 +170,26 @@ TEST(StaffSubjects, MergeKeepsWhatIsThereAndAFullListLosesTheCode) {
     EXPECT_EQ(t.subject_file().left(PRSVAK.record_length), before.left(PRSVAK.record_length));
 }
 
+TEST(StaffSubjects, ACodeOtherwisePaddedIsThere) {
+    // Another program may pad a code with NULs or put a blank before it.
+    SubjectsTree t;
+    t.grade12();
+    t.session.open_file(Code::PRSVAK);
+    const auto store = [&](const QString& post, const char(&field)[9]) {
+        const int n = t.session.find_by_key(Code::PRSVAK, PRSVAK["PV_POS_NR"], post);
+        t.session.read_record(Code::PRSVAK, n);
+        std::memcpy(t.session.working(Code::PRSVAK).data() + PRSVAK["PV_VAK2"].element_offset(1),
+                    field, 8);
+        t.session.write_record(Code::PRSVAK, n);
+    };
+    store("001", " 1301   ");
+    store("002", "1101\0\0\0\0");
+    const QByteArray before = t.subject_file();
+    t.rebuild(ui::Answer::No);
+    EXPECT_EQ(t.subject_file().left(2 * PRSVAK.record_length),
+              before.left(2 * PRSVAK.record_length));
+}
+
 // add_staff_subject as it reads: for every learner and every cell, the post's record found by a
 // scan of the file, read, walked and written.
 void add_cell_by_cell(store::Store& s, const GradeSubjects& g, const QString& grade) {
