@@ -23,60 +23,44 @@ struct Place {
     int width = 0;
 };
 
-// A field's name as the header holds it, trimmed and in capitals: at most eleven characters.
-struct FieldName {
-    char text[XBASE_FLDNAME_LEN_READ + 1] = {};
-    std::size_t size = 0;
-    std::string_view view() const { return {text, size}; }
-};
-
-// Where each field lies in a row (the deletion mark is byte 0), by name; fields that would run
-// past the row are left out.
-struct Fields {
-    int row_length = 0;
-    std::vector<std::pair<FieldName, Place>> places;
-
-    explicit Fields(DBFHandle dbf) {
-        row_length = dbf->nRecordLength;
-        int offset = 1;
-        const int n = DBFGetFieldCount(dbf);
-        places.reserve(static_cast<std::size_t>(std::max(n, 0)));
-        for (int i = 0; i < n; ++i) {
-            FieldName name;
-            int width = 0;
-            int decimals = 0;
-            DBFGetFieldInfo(dbf, i, name.text, &width, &decimals);
-            if (width > 0 && offset + width <= row_length) {
-                normalise(&name);
-                places.emplace_back(name, Place{offset, width});
+// Calls visit(name, place) for each field of a table in order, its name trimmed and in
+// capitals; fields that would run past the row (the deletion mark is byte 0) are left out.
+template <typename Visit>
+void each_field(DBFHandle dbf, Visit visit) {
+    int offset = 1;
+    const int n = DBFGetFieldCount(dbf);
+    for (int i = 0; i < n; ++i) {
+        char name[XBASE_FLDNAME_LEN_READ + 1] = {};
+        int width = 0;
+        DBFGetFieldInfo(dbf, i, name, &width, nullptr);
+        if (width > 0 && offset + width <= dbf->nRecordLength) {
+            const auto space = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+            std::string_view v(name);
+            while (!v.empty() && space(v.front())) {
+                v.remove_prefix(1);
             }
-            offset += std::max(width, 0);
-        }
-    }
-    Place find(std::string_view name) const {
-        for (const auto& [n, p] : places) {
-            if (n.view() == name) {
-                return p;
+            while (!v.empty() && space(v.back())) {
+                v.remove_suffix(1);
             }
+            for (char& c : name) {
+                c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+            }
+            visit(v, Place{offset, width});
         }
-        return {};
+        offset += std::max(width, 0);
     }
+}
 
-  private:
-    static void normalise(FieldName* name) {
-        const std::string_view whitespace(" \t\n\v\f\r");
-        std::string_view v(name->text);
-        v.remove_prefix(std::min(v.find_first_not_of(whitespace), v.size()));
-        v.remove_suffix(v.size() - std::min(v.find_last_not_of(whitespace) + 1, v.size()));
-        char upper[sizeof name->text] = {};
-        for (std::size_t i = 0; i < v.size(); ++i) {
-            const char c = v[i];
-            upper[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+// Where the first field of a name lies; nowhere when the table has none.
+Place find_field(DBFHandle dbf, std::string_view wanted) {
+    Place found;
+    each_field(dbf, [&](std::string_view name, Place place) {
+        if (found.offset < 0 && name == wanted) {
+            found = place;
         }
-        std::memcpy(name->text, upper, sizeof upper);
-        name->size = v.size();
-    }
-};
+    });
+    return found;
+}
 
 }  // namespace
 
@@ -274,10 +258,10 @@ GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3
                                 const QByteArray& vakdta) {
     GradeSubjects g;
     if (const DbfPtr dbf = store::open_dbf_in_memory(ppl_cmp)) {
-        const Fields f(dbf.get());
-        const Place state = f.find("PD_AKTIEF");
-        const Place klas = f.find("PD_T_NR");
+        const Place state = find_field(dbf.get(), "PD_AKTIEF");
+        const Place klas = find_field(dbf.get(), "PD_T_NR");
         const Rows rows = rows_of(dbf.get(), ppl_cmp);
+        g.class_numbers.reserve(static_cast<std::size_t>(rows.count));
         for (int i = 0; i < rows.count; ++i) {
             const char* row = rows.row(i);
             if (row[0] != '*' && field(row, state) != "*") {
@@ -286,10 +270,10 @@ GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3
         }
     }
     if (const DbfPtr dbf = store::open_dbf_in_memory(pi3)) {
-        const Fields f(dbf.get());
-        const Place code = f.find("PI_KODE");
-        const Place number = f.find("PI_NR");
+        const Place code = find_field(dbf.get(), "PI_KODE");
+        const Place number = find_field(dbf.get(), "PI_NR");
         const Rows rows = rows_of(dbf.get(), pi3);
+        g.subjects.reserve(static_cast<std::size_t>(rows.count));
         for (int i = 0; i < rows.count; ++i) {
             const char* row = rows.row(i);
             const std::string_view c = field(row, code);
@@ -299,19 +283,17 @@ GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3
         }
     }
     if (const DbfPtr dbf = store::open_dbf_in_memory(vakdta)) {
-        const Fields f(dbf.get());
         std::vector<GradeSubjects::CellPlace> cells(kSubjectCells);
-        for (const auto& [name, place] : f.places) {
+        each_field(dbf.get(), [&cells](std::string_view name, Place place) {
             bool teacher = false;
-            const int index = cell_of(name.view(), &teacher);
-            if (index < 0) {
-                continue;
+            const int index = cell_of(name, &teacher);
+            if (index >= 0) {
+                GradeSubjects::CellPlace& c = cells[static_cast<std::size_t>(index)];
+                (teacher ? c.teacher_offset : c.subject_offset) = place.offset;
+                (teacher ? c.teacher_width : c.subject_width) = place.width;
             }
-            GradeSubjects::CellPlace& c = cells[static_cast<std::size_t>(index)];
-            (teacher ? c.teacher_offset : c.subject_offset) = place.offset;
-            (teacher ? c.teacher_width : c.subject_width) = place.width;
-        }
-        g.set_row_layout(f.row_length, cells);
+        });
+        g.set_row_layout(dbf->nRecordLength, cells);
         const Rows rows = rows_of(dbf.get(), vakdta);
         if (rows.count > 0) {
             g.set_rows(vakdta, dbf->nHeaderLength, rows.count);
