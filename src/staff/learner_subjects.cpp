@@ -202,7 +202,7 @@ void GradeSubjects::set_rows(const QByteArray& table, qsizetype first, int count
 }
 
 void GradeSubjects::add_row(const std::vector<std::pair<QString, QString>>& cells) {
-    if (places_.empty()) {
+    if (row_length_ == 0) {
         // The deletion mark, then each cell's subject and teacher.
         std::vector<CellPlace> layout(kSubjectCells);
         int offset = 1;

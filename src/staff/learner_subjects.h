@@ -71,7 +71,7 @@ class GradeSubjects {
 
   private:
     int row_length_ = 0;
-    std::vector<CellPlace> places_;
+    std::vector<CellPlace> places_ = std::vector<CellPlace>(kSubjectCells);  // none till a layout
     QByteArray table_;
     qsizetype first_ = 0;
     int rows_ = 0;

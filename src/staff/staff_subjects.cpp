@@ -441,7 +441,9 @@ int SubjectWalk::walk_grade(const GradeSubjects& g, const QString& grade,
     }
 
     std::vector<bool> walked(static_cast<std::size_t>(g.class_rows()) + 1, false);
-    KeyIndex row_contents(static_cast<std::size_t>(g.class_rows()));  // to the first such row
+    // A row's key to the first walked row with it; no more rows are walked than learners.
+    KeyIndex row_contents(
+        std::min(static_cast<std::size_t>(g.class_rows()), g.class_numbers.size()));
     int added = 0;
     const int learners = static_cast<int>(g.class_numbers.size());
     for (int li = 0; li < learners; ++li) {

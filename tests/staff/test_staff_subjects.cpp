@@ -142,6 +142,13 @@ TEST(StaffSubjects, MergeAddsEachCodeOncePerPost) {
     t.session.compact_staff_files();
     EXPECT_EQ(t.taught("099"), QStringList({"absent"}));
     EXPECT_EQ(t.taught("001"), QStringList({"1301/12"}));
+
+    // A grade whose subject rows are missing has learners but no cells.
+    GradeSubjects no_rows;
+    no_rows.subjects = {{"WISK", 1301}};
+    no_rows.class_numbers = {1};
+    t.learners.grades = {{kGrade11, no_rows}};
+    EXPECT_EQ(t.rebuild(ui::Answer::No).subjects_added, 0);
 }
 
 TEST(StaffSubjects, MergeKeepsWhatIsThereAndAFullListLosesTheCode) {
