@@ -247,40 +247,53 @@ void add_cell_by_cell(store::Store& s, const GradeSubjects& g, const QString& gr
 
 TEST(StaffSubjects, SameBytesAsAddingCellByCell) {
     // Few teachers and subjects, so that rows repeat, lists fill and posts differ in case only;
-    // then codes and post numbers that fill their fields and differ in the last character.
+    // codes and post numbers that fill their fields and differ in the last character; and two
+    // grades of many codes each, each grade its own, over lists that do not fill.
+    QStringList many_teachers;
+    for (int i = 1; i <= 60; ++i) {
+        many_teachers << QStringLiteral("T%1").arg(i);
+    }
     struct Case {
         const char* subject;
-        std::vector<const char*> teachers;
+        QStringList teachers;
         unsigned rows;
+        int subjects;
+        int grades;
     };
     for (const Case& k :
-         {Case{"S", {"001", "002", "a01", "A01", "050", "*", "003"}, 8},
-          Case{"SUBJECT", {"00001", "00002", "00003", "A0001", "a0001", "0000*", "*"}, 24}}) {
-        GradeSubjects g;
-        for (int i = 0; i < 14; ++i) {
-            g.subjects.emplace_back(k.subject + std::to_string(i), i == 3 ? 0 : 500 + i);
-        }
+         {Case{"S", {"001", "002", "a01", "A01", "050", "*", "003"}, 8, 14, 1},
+          Case{"SUBJECT", {"00001", "00002", "00003", "A0001", "a0001", "0000*", "*"}, 24, 14, 1},
+          Case{"S", many_teachers, 4, 50, 2}}) {
         unsigned seed = 7;
         const auto next = [&seed](unsigned n) {
             seed = seed * 1103515245U + 12345U;
             return (seed >> 16) % n;
         };
-        for (unsigned row = 0; row < k.rows; ++row) {
-            std::vector<std::pair<QString, QString>> cells;
-            for (int c = 0; c < kSubjectCells; ++c) {
-                cells.emplace_back(QLatin1String(k.subject) + QString::number(next(16)),
-                                   k.teachers[next(static_cast<unsigned>(k.teachers.size()))]);
-            }
-            g.add_row(row % 3 == 2 ? std::vector<std::pair<QString, QString>>() : cells);
-        }
-        for (int i = 0; i < 40; ++i) {
-            g.class_numbers.push_back(static_cast<int>(next(k.rows + 2)));
-        }
         SubjectsTree fast, slow;
-        fast.learners.grades[kGrade12] = g;
-        fast.rebuild(ui::Answer::No);
         slow.session.open_file(Code::PRSVAK);
-        add_cell_by_cell(slow.session, g, "12");
+        for (int grade = 0; grade < k.grades; ++grade) {
+            GradeSubjects g;
+            for (int i = 0; i < k.subjects; ++i) {
+                g.subjects.emplace_back(k.subject + std::to_string(i),
+                                        i == 3 ? 0 : 500 + 100 * grade + i);
+            }
+            for (unsigned row = 0; row < k.rows; ++row) {
+                std::vector<std::pair<QString, QString>> cells;
+                for (int c = 0; c < kSubjectCells; ++c) {
+                    cells.emplace_back(
+                        QLatin1String(k.subject) +
+                            QString::number(next(static_cast<unsigned>(k.subjects) + 2)),
+                        k.teachers.at(next(static_cast<unsigned>(k.teachers.size()))));
+                }
+                g.add_row(row % 3 == 2 ? std::vector<std::pair<QString, QString>>() : cells);
+            }
+            for (int i = 0; i < 40; ++i) {
+                g.class_numbers.push_back(static_cast<int>(next(k.rows + 2)));
+            }
+            fast.learners.grades[grade == 0 ? kGrade12 : kGrade11] = g;
+            add_cell_by_cell(slow.session, g, grade == 0 ? "12" : "11");
+        }
+        fast.rebuild(ui::Answer::No);
         EXPECT_EQ(fast.subject_file(), slow.subject_file()) << k.subject;
         EXPECT_GT(fast.session.count(Code::PRSVAK), 3);
     }
