@@ -23,36 +23,44 @@ struct Place {
     int width = 0;
 };
 
-// Where each field lies in a row (the deletion mark is byte 0), by upper-case name; fields
-// that would run past the row are left out.
-struct Fields {
-    int row_length = 0;
-    std::vector<std::pair<QByteArray, Place>> places;
+// Calls visit(name, place) for each field of a table in order, its name trimmed and in
+// capitals; fields that would run past the row (the deletion mark is byte 0) are left out.
+template <typename Visit>
+void each_field(DBFHandle dbf, Visit visit) {
+    int offset = 1;
+    const int n = DBFGetFieldCount(dbf);
+    for (int i = 0; i < n; ++i) {
+        char name[XBASE_FLDNAME_LEN_READ + 1] = {};
+        int width = 0;
+        DBFGetFieldInfo(dbf, i, name, &width, nullptr);
+        if (width > 0 && offset + width <= dbf->nRecordLength) {
+            const auto space = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+            std::string_view v(name);
+            while (!v.empty() && space(v.front())) {
+                v.remove_prefix(1);
+            }
+            while (!v.empty() && space(v.back())) {
+                v.remove_suffix(1);
+            }
+            for (char& c : name) {
+                c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+            }
+            visit(v, Place{offset, width});
+        }
+        offset += std::max(width, 0);
+    }
+}
 
-    explicit Fields(DBFHandle dbf) {
-        row_length = dbf->nRecordLength;
-        int offset = 1;
-        const int n = DBFGetFieldCount(dbf);
-        for (int i = 0; i < n; ++i) {
-            char name[XBASE_FLDNAME_LEN_READ + 1] = {};
-            int width = 0;
-            int decimals = 0;
-            DBFGetFieldInfo(dbf, i, name, &width, &decimals);
-            if (width > 0 && offset + width <= row_length) {
-                places.emplace_back(QByteArray(name).trimmed().toUpper(), Place{offset, width});
-            }
-            offset += std::max(width, 0);
+// Where the first field of a name lies; nowhere when the table has none.
+Place find_field(DBFHandle dbf, std::string_view wanted) {
+    Place found;
+    each_field(dbf, [&](std::string_view name, Place place) {
+        if (found.offset < 0 && name == wanted) {
+            found = place;
         }
-    }
-    Place find(const char* name) const {
-        for (const auto& [n, p] : places) {
-            if (n == name) {
-                return p;
-            }
-        }
-        return {};
-    }
-};
+    });
+    return found;
+}
 
 }  // namespace
 
@@ -98,22 +106,32 @@ int leading_number(std::string_view v) {
     return static_cast<int>(negative ? -n : n);
 }
 
-// Calls visit(row bytes, deleted) for each row of a table until a row cannot be read.
-template <typename Visit>
-void each_row(DBFHandle dbf, Visit visit) {
-    const int n = DBFGetRecordCount(dbf);
-    for (int i = 0; i < n; ++i) {
-        const char* row = DBFReadTuple(dbf, i);
-        if (row == nullptr) {
-            return;  // a truncated table ends here
-        }
-        visit(row, row[0] == '*');
+// The rows of a table where its header puts them: as many as it counts and the bytes hold
+// whole, so a truncated table ends at its last whole row.
+struct Rows {
+    const char* first = nullptr;
+    int count = 0;
+    int length = 0;
+    const char* row(int i) const {
+        return first + static_cast<std::size_t>(i) * static_cast<std::size_t>(length);
     }
+};
+
+Rows rows_of(DBFHandle dbf, const QByteArray& bytes) {
+    Rows r;
+    r.length = dbf->nRecordLength;
+    const qsizetype room = bytes.size() - dbf->nHeaderLength;
+    if (room > 0 && r.length > 0) {
+        r.first = bytes.constData() + dbf->nHeaderLength;
+        r.count = static_cast<int>(
+            std::min<qsizetype>(std::max(DBFGetRecordCount(dbf), 0), room / r.length));
+    }
+    return r;
 }
 
 // "V1_VAK01" .. "V3_POS10": the group, the kind and the cell number of a VAKDTA field name;
 // -1 when the name is not one of them.
-int cell_of(const QByteArray& name, bool* teacher) {
+int cell_of(std::string_view name, bool* teacher) {
     if (name.size() != 8 || name[0] != 'V' || name[2] != '_') {
         return -1;
     }
@@ -121,7 +139,7 @@ int cell_of(const QByteArray& name, bool* teacher) {
     if (group < 0 || group > 2) {
         return -1;
     }
-    const QByteArray kind = name.mid(3, 3);
+    const std::string_view kind = name.substr(3, 3);
     if (kind != "VAK" && kind != "POS") {
         return -1;
     }
@@ -152,7 +170,17 @@ QString cell_field_name(int index, const char* kind) {
         .arg(index + 1, 2, 10, QLatin1Char('0'));
 }
 
-constexpr int kFakeWidth = 16;  // the cells of a row made from texts
+// The widths of the subject and teacher fields of a row made from texts: as the learner
+// programs' tables have them, with room for a text longer than a post number in the first ten
+// cells, and wider than most in the third group. The first cell after those comes last in the
+// row, so that narrow fields end it.
+constexpr int kFakeRoomy = 10;
+std::pair<int, int> fake_widths(int index) {
+    if (index >= kSubjectGroupCells[0] + kSubjectGroupCells[1]) {
+        return {12, 10};
+    }
+    return {8, index < kFakeRoomy ? 7 : 5};
+}
 
 }  // namespace
 
@@ -162,58 +190,57 @@ void GradeSubjects::set_row_layout(int row_length, const std::vector<CellPlace>&
     row_length_ = row_length;
     places_ = cells;
     places_.resize(kSubjectCells);
-    rows_.clear();
-    deleted_.clear();
+    table_.clear();
+    first_ = 0;
+    rows_ = 0;
 }
 
-void GradeSubjects::add_row(const char* bytes, bool deleted) {
-    rows_.append(bytes, static_cast<std::size_t>(row_length_));
-    deleted_.push_back(deleted);
-}
-
-void GradeSubjects::add_rows(const char* bytes, int count) {
-    rows_.append(bytes, static_cast<std::size_t>(count) * static_cast<std::size_t>(row_length_));
-    for (int i = 0; i < count; ++i) {
-        deleted_.push_back(bytes[static_cast<std::size_t>(i) * row_length_] == '*');
-    }
+void GradeSubjects::set_rows(const QByteArray& table, qsizetype first, int count) {
+    table_ = table;
+    first_ = first;
+    rows_ = count;
 }
 
 void GradeSubjects::add_row(const std::vector<std::pair<QString, QString>>& cells) {
-    if (places_.empty()) {
+    if (row_length_ == 0) {
+        // The deletion mark, then each cell's subject and teacher.
         std::vector<CellPlace> layout(kSubjectCells);
-        for (int i = 0; i < kSubjectCells; ++i) {
-            layout[static_cast<std::size_t>(i)] = {2 * i * kFakeWidth, kFakeWidth,
-                                                   (2 * i + 1) * kFakeWidth, kFakeWidth};
+        int offset = 1;
+        for (int n = 0; n < kSubjectCells; ++n) {
+            const int i = n < kFakeRoomy ? n : n + 1 < kSubjectCells ? n + 1 : kFakeRoomy;
+            const auto [subject, teacher] = fake_widths(i);
+            layout[static_cast<std::size_t>(i)] = {offset, subject, offset + subject, teacher};
+            offset += subject + teacher;
         }
-        set_row_layout(2 * kSubjectCells * kFakeWidth, layout);
+        set_row_layout(offset, layout);
     }
-    std::string row(static_cast<std::size_t>(row_length_), ' ');
-    const auto put = [&row](int offset, const QString& text) {
-        const QByteArray b = cp1252::encode(text).left(kFakeWidth);
-        row.replace(static_cast<std::size_t>(offset), static_cast<std::size_t>(b.size()),
-                    b.constData(), static_cast<std::size_t>(b.size()));
+    QByteArray row(row_length_, ' ');
+    const auto put = [&row](int offset, int width, const QString& text) {
+        const QByteArray b = cp1252::encode(text).left(width);
+        row.replace(offset, b.size(), b);
     };
     for (std::size_t i = 0; i < cells.size() && i < places_.size(); ++i) {
-        put(places_[i].subject_offset, cells[i].first);
-        put(places_[i].teacher_offset, cells[i].second);
+        put(places_[i].subject_offset, places_[i].subject_width, cells[i].first);
+        put(places_[i].teacher_offset, places_[i].teacher_width, cells[i].second);
     }
-    add_row(row.data(), false);
+    table_.append(row);
+    ++rows_;
 }
 
 std::string_view GradeSubjects::row_bytes(int row) const {
     if (row < 1 || row > class_rows()) {
         return {};
     }
-    return std::string_view(rows_).substr(static_cast<std::size_t>(row - 1) * row_length_,
-                                          static_cast<std::size_t>(row_length_));
+    return std::string_view(
+        table_.constData() + first_ + static_cast<std::size_t>(row - 1) * row_length_,
+        static_cast<std::size_t>(row_length_));
 }
 
 SubjectCell GradeSubjects::cell(int row, int index) const {
-    if (row < 1 || row > class_rows() || index < 0 || index >= kSubjectCells ||
-        deleted_[static_cast<std::size_t>(row - 1)]) {
+    if (row < 1 || row > class_rows() || index < 0 || index >= kSubjectCells || row_deleted(row)) {
         return {};
     }
-    const char* bytes = rows_.data() + static_cast<std::size_t>(row - 1) * row_length_;
+    const char* bytes = row_bytes(row).data();
     const CellPlace& p = places_[static_cast<std::size_t>(index)];
     SubjectCell c;
     if (p.subject_offset >= 0) {
@@ -231,48 +258,45 @@ GradeSubjects read_grade_tables(const QByteArray& ppl_cmp, const QByteArray& pi3
                                 const QByteArray& vakdta) {
     GradeSubjects g;
     if (const DbfPtr dbf = store::open_dbf_in_memory(ppl_cmp)) {
-        const Fields f(dbf.get());
-        const Place state = f.find("PD_AKTIEF");
-        const Place klas = f.find("PD_T_NR");
-        each_row(dbf.get(), [&](const char* row, bool deleted) {
-            if (!deleted && field(row, state) != "*") {
+        const Place state = find_field(dbf.get(), "PD_AKTIEF");
+        const Place klas = find_field(dbf.get(), "PD_T_NR");
+        const Rows rows = rows_of(dbf.get(), ppl_cmp);
+        g.class_numbers.reserve(static_cast<std::size_t>(rows.count));
+        for (int i = 0; i < rows.count; ++i) {
+            const char* row = rows.row(i);
+            if (row[0] != '*' && field(row, state) != "*") {
                 g.class_numbers.push_back(leading_number(field(row, klas)));
             }
-        });
+        }
     }
     if (const DbfPtr dbf = store::open_dbf_in_memory(pi3)) {
-        const Fields f(dbf.get());
-        const Place code = f.find("PI_KODE");
-        const Place number = f.find("PI_NR");
-        each_row(dbf.get(), [&](const char* row, bool deleted) {
+        const Place code = find_field(dbf.get(), "PI_KODE");
+        const Place number = find_field(dbf.get(), "PI_NR");
+        const Rows rows = rows_of(dbf.get(), pi3);
+        g.subjects.reserve(static_cast<std::size_t>(rows.count));
+        for (int i = 0; i < rows.count; ++i) {
+            const char* row = rows.row(i);
             const std::string_view c = field(row, code);
-            if (!deleted && !c.empty()) {
+            if (row[0] != '*' && !c.empty()) {
                 g.subjects.emplace_back(std::string(c), leading_number(field(row, number)));
             }
-        });
+        }
     }
     if (const DbfPtr dbf = store::open_dbf_in_memory(vakdta)) {
-        const Fields f(dbf.get());
         std::vector<GradeSubjects::CellPlace> cells(kSubjectCells);
-        for (const auto& [name, place] : f.places) {
+        each_field(dbf.get(), [&cells](std::string_view name, Place place) {
             bool teacher = false;
             const int index = cell_of(name, &teacher);
-            if (index < 0) {
-                continue;
+            if (index >= 0) {
+                GradeSubjects::CellPlace& c = cells[static_cast<std::size_t>(index)];
+                (teacher ? c.teacher_offset : c.subject_offset) = place.offset;
+                (teacher ? c.teacher_width : c.subject_width) = place.width;
             }
-            GradeSubjects::CellPlace& c = cells[static_cast<std::size_t>(index)];
-            (teacher ? c.teacher_offset : c.subject_offset) = place.offset;
-            (teacher ? c.teacher_width : c.subject_width) = place.width;
-        }
-        g.set_row_layout(f.row_length, cells);
-        // The rows stand one after the other in the bytes, so they are taken in one piece; a
-        // row that would run past the end is where a truncated table ends.
-        const qsizetype room = vakdta.size() - dbf->nHeaderLength;
-        const int rows = room <= 0 ? 0
-                                   : static_cast<int>(std::min<qsizetype>(
-                                         DBFGetRecordCount(dbf.get()), room / f.row_length));
-        if (rows > 0) {
-            g.add_rows(vakdta.constData() + dbf->nHeaderLength, rows);
+        });
+        g.set_row_layout(dbf->nRecordLength, cells);
+        const Rows rows = rows_of(dbf.get(), vakdta);
+        if (rows.count > 0) {
+            g.set_rows(vakdta, dbf->nHeaderLength, rows.count);
         }
     }
     return g;

@@ -41,14 +41,19 @@ class GradeSubjects {
     std::vector<std::pair<std::string, int>> subjects;
 
     // VAKDTA rows, numbered from 1; a class number outside 1 to class_rows() has no row.
-    int class_rows() const { return static_cast<int>(deleted_.size()); }
+    int class_rows() const { return rows_; }
     // Cell 0 to 49 of a row: group 1 first, then 2, then 3. A deleted row's cells are blank.
     SubjectCell cell(int row, int index) const;
     // The bytes of a row as the table holds them: rows with the same bytes have the same cells.
     std::string_view row_bytes(int row) const;
-    bool row_deleted(int row) const { return deleted_[static_cast<std::size_t>(row - 1)]; }
+    // A row starts with the table's deletion mark, "*" where it is deleted.
+    bool row_deleted(int row) const {
+        const std::string_view bytes = row_bytes(row);
+        return !bytes.empty() && bytes.front() == '*';
+    }
 
-    // Builds the rows: every row is row_length bytes; cells[i] gives where cell i lies.
+    // Where the cells lie in a row of row_length bytes (at least 1, the deletion mark first);
+    // cells[i] gives where cell i lies.
     struct CellPlace {
         int subject_offset = -1;  // -1: the table has no such cell
         int subject_width = 0;
@@ -56,18 +61,20 @@ class GradeSubjects {
         int teacher_width = 0;
     };
     void set_row_layout(int row_length, const std::vector<CellPlace>& cells);
+    int row_length() const { return row_length_; }
     const CellPlace& place(int index) const { return places_[static_cast<std::size_t>(index)]; }
-    void add_row(const char* bytes, bool deleted);
-    // count rows one after the other, as a table holds them (a deleted row starts with "*").
-    void add_rows(const char* bytes, int count);
+    // count rows one after the other in table from first on, as a table holds them. The bytes
+    // are shared, not copied.
+    void set_rows(const QByteArray& table, qsizetype first, int count);
     // For fakes: a row from texts, cell i from cells[i]; the rest blank.
     void add_row(const std::vector<std::pair<QString, QString>>& cells);
 
   private:
     int row_length_ = 0;
-    std::vector<CellPlace> places_;
-    std::string rows_;
-    std::vector<bool> deleted_;
+    std::vector<CellPlace> places_ = std::vector<CellPlace>(kSubjectCells);  // none till a layout
+    QByteArray table_;
+    qsizetype first_ = 0;
+    int rows_ = 0;
 };
 
 class LearnerSubjects {
@@ -81,7 +88,8 @@ class LearnerSubjects {
 // The tables as dBASE files in the folder: ppl_cmp.dbf (PD_AKTIEF, PD_T_NR), pi3.dbf (PI_KODE,
 // PI_NR) and vakdta.dbf (V1_VAK01 .. V1_VAK20 with their teachers V1_POS01 .. V1_POS20, then V2_
 // and V3_ likewise for groups 2 and 3). Fields are found by name, of whatever type; a missing
-// field reads blank. Each file is read whole once, then taken apart by shapelib.
+// field reads blank. Each file is read whole once; shapelib reads its header, and the rows are
+// taken from the bytes where the header puts them.
 class DbfLearnerSubjects : public LearnerSubjects {
   public:
     explicit DbfLearnerSubjects(shell::Session& session) : session_(session) {}

@@ -4,11 +4,11 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "platform/codepage.h"
@@ -59,39 +59,43 @@ std::uint64_t list_key(std::string_view post) {
     return k;
 }
 
-// personeel_lys: post number key to record, open addressing over a power-of-two table. The
-// walk looks a teacher up for nearly every cell, and a general hash map's division and chains
-// were most of its time. A key is never 0 (its length is part of it), so 0 marks a free slot.
-class PostIndex {
+// A number key to a record or row, open addressing over a power-of-two table: personeel_lys,
+// and the walk's tables of teacher fields and of rows. The walk looks a teacher up for nearly
+// every cell, and a general hash map's division and chains were most of its time. A key is
+// never 0 (a post number's length is part of its key), so 0 marks a free slot.
+class KeyIndex {
   public:
-    // The record of a key; -1 when absent.
-    int find(std::uint64_t key) const {
-        if (slots_.empty()) {
-            return -1;
-        }
-        for (std::size_t i = slot_of(key);; i = (i + 1) & mask()) {
-            if (slots_[i].key == key) {
-                return slots_[i].record;
-            }
-            if (slots_[i].key == 0) {
-                return -1;
-            }
+    // Room for expected keys before the table grows.
+    explicit KeyIndex(std::size_t expected = 0) {
+        if (expected > 0) {
+            slots_.assign(std::bit_ceil(std::max<std::size_t>(64, expected * 2)), Slot{});
         }
     }
-    // Adds a key unless present: the first record keeps it.
-    void add(std::uint64_t key, int record) {
+    // The record of a key; -1 when absent.
+    int find(std::uint64_t key) const {
+        const Slot* s = locate(key);
+        return s == nullptr ? -1 : s->record;
+    }
+    // The record of a key, to be changed in place; null when absent.
+    int* value(std::uint64_t key) {
+        Slot* s = const_cast<Slot*>(locate(key));
+        return s == nullptr ? nullptr : &s->record;
+    }
+    // Adds a key unless present: the first record keeps it. Returns the key's record.
+    int* add(std::uint64_t key, int record) {
         if ((used_ + 1) * 2 > slots_.size()) {
             grow();
         }
         std::size_t i = slot_of(key);
         while (slots_[i].key != 0) {
             if (slots_[i].key == key) {
-                return;
+                return &slots_[i].record;
             }
             i = (i + 1) & mask();
         }
         slots_[i] = {key, record};
         ++used_;
+        return &slots_[i].record;
     }
 
   private:
@@ -99,6 +103,19 @@ class PostIndex {
         std::uint64_t key = 0;
         int record = 0;
     };
+    const Slot* locate(std::uint64_t key) const {
+        if (slots_.empty()) {
+            return nullptr;
+        }
+        for (std::size_t i = slot_of(key);; i = (i + 1) & mask()) {
+            if (slots_[i].key == key) {
+                return &slots_[i];
+            }
+            if (slots_[i].key == 0) {
+                return nullptr;
+            }
+        }
+    }
     std::size_t mask() const { return slots_.size() - 1; }
     std::size_t slot_of(std::uint64_t key) const {
         return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ULL) >> 32) & mask();
@@ -145,6 +162,21 @@ bool is_post_number(std::string_view teacher) {
            teacher.size() <= static_cast<std::size_t>(kPost.width);
 }
 
+// The code a subject is stored under: its number from the grade's subject table, as text cut
+// to the field (the same cut for storing and for comparing), and as the field holds it.
+struct StoredCode {
+    explicit StoredCode(int number) : text(std::to_string(number)) {
+        text.resize(std::min(text.size(), static_cast<std::size_t>(kTaught.width)));
+        field = text;
+        field.resize(static_cast<std::size_t>(kTaught.width), ' ');
+    }
+    std::string text;
+    std::string field;
+};
+
+constexpr char kBlankField[] = "                ";
+static_assert(sizeof kBlankField > static_cast<std::size_t>(kTaught.width));
+
 // The subject file in memory: its records as they stand, the hidden list personeel_lys from
 // post number to record, and which records changed.
 class SubjectRecords {
@@ -157,7 +189,7 @@ class SubjectRecords {
         });
         existing_ = count;
         changed_.assign(static_cast<std::size_t>(count), false);
-        full_.assign(static_cast<std::size_t>(count), false);
+        full_.assign(static_cast<std::size_t>(count), 0);
         for (int i = 0; i < count; ++i) {
             const std::string_view post = trimmed(record(i) + kPost.offset, kPost.width);
             if (!post.empty()) {
@@ -177,21 +209,28 @@ class SubjectRecords {
         personeel_lys_.add(list_key(post), index);
         bytes_.append(r);
         changed_.push_back(true);
-        full_.push_back(false);
+        full_.push_back(0);
         ++added_;
         return index;
     }
 
     // The walk of add_staff_subject over a record's list from slot 1: an equal code ends it
     // with nothing to do; otherwise the code and grade go to the first blank slot, and a full
-    // list loses the code. True when the code was stored.
-    bool add_code(int index, std::string_view code, std::string_view grade) {
+    // list loses the code. True when the code was stored. A slot as this program writes it,
+    // the code or nothing blank-padded, is told by its bytes.
+    bool add_code(int index, const StoredCode& code, std::string_view grade) {
         char* r = record(index);
+        const auto width = static_cast<std::size_t>(kTaught.width);
         int first_blank = 0;
         for (int slot = 1; slot <= kLastSlot; ++slot) {
+            const char* field = r + kTaught.element_offset(slot);
+            if (std::memcmp(field, code.field.data(), width) == 0) {
+                return false;
+            }
+            const bool blank = std::memcmp(field, kBlankField, width) == 0;
             const std::string_view stored =
-                trimmed(r + kTaught.element_offset(slot), kTaught.width);
-            if (same(stored, code)) {
+                blank ? std::string_view() : trimmed(field, kTaught.width);
+            if (!blank && same(stored, code.text)) {
                 return false;
             }
             if (stored.empty() && first_blank == 0) {
@@ -199,17 +238,17 @@ class SubjectRecords {
             }
         }
         if (first_blank == 0) {
-            full_[static_cast<std::size_t>(index)] = true;
+            full_[static_cast<std::size_t>(index)] = 1;
             return false;
         }
-        put(r + kTaught.element_offset(first_blank), kTaught.width, code);
+        std::memcpy(r + kTaught.element_offset(first_blank), code.field.data(), width);
         put(r + kTaughtGrade.element_offset(first_blank), kTaughtGrade.width, grade);
         changed_[static_cast<std::size_t>(index)] = true;
         return true;
     }
 
     // A list found full stays full: nothing empties a slot during the walk.
-    bool full(int index) const { return full_[static_cast<std::size_t>(index)]; }
+    bool full(int index) const { return full_[static_cast<std::size_t>(index)] != 0; }
     int records() const { return static_cast<int>(changed_.size()); }
     int existing() const { return existing_; }
     int added() const { return added_; }
@@ -232,24 +271,28 @@ class SubjectRecords {
 
     std::string bytes_;
     std::vector<bool> changed_;
-    std::vector<bool> full_;
-    PostIndex personeel_lys_;
+    std::vector<std::uint8_t> full_;
+    KeyIndex personeel_lys_;
     int existing_ = 0;
     int added_ = 0;
 };
 
-// A field of at most eight bytes read as one number: its bytes, zeros past its width. Where
-// eight bytes from its start still lie in the row, one load and a mask read it.
-class NarrowField {
+// How the walk reads a field of a row. A field of at most eight bytes also reads as one number,
+// its bytes with zeros past its width: where eight bytes from its start still lie in the row,
+// one load and a mask read it.
+class FieldReader {
   public:
-    NarrowField() = default;
-    NarrowField(int offset, int width, std::size_t row_length)
+    FieldReader(int offset, int width, std::size_t row_length)
         : offset_(static_cast<std::size_t>(offset)),
           width_(static_cast<std::size_t>(width)),
+          narrow_(width_ <= sizeof(std::uint64_t)),
           one_load_(offset_ + sizeof(std::uint64_t) <= row_length) {
-        std::memset(&mask_, 0xFF, width_);  // the field's own bytes, whatever the byte order
+        if (narrow_) {
+            std::memset(&mask_, 0xFF, width_);  // the field's own bytes, whatever the byte order
+        }
     }
-    static bool fits(int width) { return width >= 0 && width <= 8; }
+    std::string_view bytes(const char* row) const { return {row + offset_, width_}; }
+    bool narrow() const { return narrow_; }
     std::uint64_t key(const char* row) const {
         std::uint64_t k = 0;
         if (one_load_) {
@@ -261,80 +304,146 @@ class NarrowField {
     }
 
   private:
-    std::size_t offset_ = 0;
-    std::size_t width_ = 0;
+    std::size_t offset_;
+    std::size_t width_;
     std::uint64_t mask_ = 0;
-    bool one_load_ = false;
+    bool narrow_;
+    bool one_load_;
 };
 
-// The code a subject is stored under: its number from the grade's subject table, as text
-// cut to the field (the same cut for storing and for comparing).
-std::string stored_code(int number) {
-    std::string code = std::to_string(number);
-    code.resize(std::min(code.size(), static_cast<std::size_t>(kTaught.width)));
-    return code;
+// A row's bytes as one number, for finding rows walked before: eight bytes at a time over four
+// lanes, then mixed. Equal numbers only point to a row whose bytes are then compared; never 0.
+std::uint64_t row_key(std::string_view row) {
+    constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15ULL;
+    const auto word = [](const char* p) {
+        std::uint64_t w = 0;
+        std::memcpy(&w, p, sizeof w);
+        return w;
+    };
+    const char* p = row.data();
+    std::size_t n = row.size();
+    std::uint64_t a = n, b = 0, c = 0, d = 0;
+    for (; n >= 32; n -= 32, p += 32) {
+        a = (a ^ word(p)) * kOdd;
+        b = (b ^ word(p + 8)) * kOdd;
+        c = (c ^ word(p + 16)) * kOdd;
+        d = (d ^ word(p + 24)) * kOdd;
+    }
+    for (; n >= 8; n -= 8, p += 8) {
+        a = (a ^ word(p)) * kOdd;
+    }
+    std::uint64_t tail = 0;
+    std::memcpy(&tail, p, n);
+    b = (b ^ tail) * kOdd;
+    std::uint64_t h = a ^ std::rotl(b, 16) ^ std::rotl(c, 32) ^ std::rotl(d, 48);
+    h = (h ^ (h >> 32)) * kOdd;
+    return (h ^ (h >> 29)) | 1;
 }
 
-// add_staff_subject for every cell of every row that an active learner of the grade is in.
-// A call made before does nothing again (the code is in the list, or the list was full and
-// stays full), and that is what the walk saves on: learners of one class share its row, and
-// learners with the same choices and teachers have rows with the same bytes, so each row
-// content is walked once; a column's subject and a teacher field's record are resolved
-// once per distinct bytes; and each pair of post and subject is tried once. Each learner is
-// reported to on_learner (learner, learners) as the walk reaches it. Returns the number of codes
-// stored.
-int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& records,
-               const std::function<void(int, int)>& on_learner) {
-    std::vector<std::string> codes;  // pi3_lys: the stored code of each subject with a number
+// add_staff_subject for every cell of every row that an active learner of a grade is in, grade
+// after grade. A call made before does nothing again (the code is in the list, or the list was
+// full and stays full), and that is what the walk saves on: learners of one class share its
+// row, and learners with the same choices and teachers have rows with the same bytes, so each
+// row content of a grade is walked once; a column's subject and a teacher field's record are
+// resolved once per distinct bytes; and each pair of post and stored code is tried once in
+// the whole rebuild, whichever grade it comes from.
+class SubjectWalk {
+  public:
+    explicit SubjectWalk(SubjectRecords& records)
+        : records_(records), teacher_fields_(static_cast<std::size_t>(records.records())) {}
+
+    // One grade. Each learner is reported to on_learner (learner, learners) as the walk reaches
+    // it. Returns the number of codes stored.
+    int walk_grade(const GradeSubjects& g, const QString& grade,
+                   const std::function<void(int, int)>& on_learner);
+
+  private:
+    // What a teacher field stands for when it can add nothing: it names no post number, or a
+    // post whose list is full.
+    static constexpr int kNothing = -2;
+
+    // The record a teacher cell names, appended when the file has none; kNothing for none.
+    int record_of(std::string_view teacher) {
+        if (!is_post_number(teacher)) {
+            return kNothing;
+        }
+        const int record = records_.find(teacher);
+        if (record >= 0) {
+            return record;
+        }
+        const int added = records_.append(teacher);
+        fit_tried();
+        return added;
+    }
+    // The number of a stored code in codes_, given one when new.
+    int code_id(int number) {
+        StoredCode code(number);
+        const auto [it, added] = code_ids_.try_emplace(code.text, static_cast<int>(codes_.size()));
+        if (added) {
+            codes_.push_back(std::move(code));
+            fit_tried();
+        }
+        return it->second;
+    }
+    // tried_ has a row of stride_ codes for every record.
+    void fit_tried() {
+        if (codes_.size() > stride_) {
+            const std::size_t stride = std::max<std::size_t>(64, stride_ * 2);
+            std::vector<std::uint8_t> wider(static_cast<std::size_t>(records_.records()) * stride);
+            for (std::size_t r = 0; stride_ > 0 && r < tried_.size() / stride_; ++r) {
+                std::memcpy(wider.data() + r * stride, tried_.data() + r * stride_, stride_);
+            }
+            tried_ = std::move(wider);
+            stride_ = stride;
+        }
+        tried_.resize(static_cast<std::size_t>(records_.records()) * stride_, 0);
+    }
+
+    SubjectRecords& records_;
+    KeyIndex teacher_fields_;  // a narrow teacher field's bytes to its record or kNothing
+    std::unordered_map<std::string, int> code_ids_;
+    std::vector<StoredCode> codes_;
+    std::vector<std::uint8_t> tried_;  // by record and code, stride_ codes a record
+    std::size_t stride_ = 0;
+};
+
+int SubjectWalk::walk_grade(const GradeSubjects& g, const QString& grade,
+                            const std::function<void(int, int)>& on_learner) {
+    // pi3_lys: each subject with a number, to its stored code.
     std::unordered_map<std::string_view, int> pi3_lys;
+    pi3_lys.reserve(g.subjects.size());
     for (const auto& [code, number] : g.subjects) {
-        if (number != 0 && pi3_lys.emplace(code, static_cast<int>(codes.size())).second) {
-            codes.push_back(stored_code(number));
+        if (number != 0 && !pi3_lys.contains(code)) {
+            pi3_lys.emplace(code, code_id(number));
         }
     }
     const QByteArray grade_bytes = cp1252::encode(grade);
     const std::string_view grade_text(grade_bytes.constData(),
                                       static_cast<std::size_t>(grade_bytes.size()));
 
-    // Each column remembers the field it last resolved to a subject; each teacher field, by its
-    // bytes, the record it names (kNoPost where it names none). A field's bytes read as one
-    // number when it is at most eight wide, which is how the tables come; wider ones are read
-    // as text each time.
+    // The cells the table has both fields of, in order (a cell it lacks reads blank). Each
+    // remembers what its subject field last stood for: the code, or -1 for none.
     struct Column {
-        std::string_view field;
-        std::uint64_t key = 0;  // the field's bytes, when it is at most eight wide
-        int code = -1;
+        FieldReader subject, teacher;
+        std::uint64_t last_key = 0;
+        std::string_view last_field;
         bool seen = false;
-        NarrowField subject, teacher;  // how the cell's two fields are read, where narrow
-        bool narrow_subject = false, narrow_teacher = false;
+        int code = -1;
     };
-    constexpr int kNoPost = -2;
-    std::vector<Column> columns(kSubjectCells);
-    const std::size_t row_length = g.class_rows() > 0 ? g.row_bytes(1).size() : 0;
+    std::vector<Column> columns;
+    const auto row_length = static_cast<std::size_t>(std::max(g.row_length(), 0));
     for (int c = 0; c < kSubjectCells; ++c) {
         const GradeSubjects::CellPlace& place = g.place(c);
-        Column& col = columns[static_cast<std::size_t>(c)];
-        col.narrow_subject = NarrowField::fits(place.subject_width);
-        col.narrow_teacher = NarrowField::fits(place.teacher_width);
-        if (col.narrow_subject) {
-            col.subject = NarrowField(place.subject_offset, place.subject_width, row_length);
-        }
-        if (col.narrow_teacher) {
-            col.teacher = NarrowField(place.teacher_offset, place.teacher_width, row_length);
+        if (place.subject_offset >= 0 && place.teacher_offset >= 0) {
+            columns.push_back({FieldReader(place.subject_offset, place.subject_width, row_length),
+                               FieldReader(place.teacher_offset, place.teacher_width, row_length)});
         }
     }
-    PostIndex teacher_fields;
-    const auto record_of = [&records](std::string_view teacher) {
-        if (!is_post_number(teacher)) {
-            return kNoPost;
-        }
-        const int record = records.find(teacher);
-        return record >= 0 ? record : records.append(teacher);
-    };
 
     std::vector<bool> walked(static_cast<std::size_t>(g.class_rows()) + 1, false);
-    std::unordered_set<std::string_view> row_contents;
-    std::vector<std::uint8_t> tried;  // by record and code
+    // A row's key to the first walked row with it; no more rows are walked than learners.
+    KeyIndex row_contents(
+        std::min(static_cast<std::size_t>(g.class_rows()), g.class_numbers.size()));
     int added = 0;
     const int learners = static_cast<int>(g.class_numbers.size());
     for (int li = 0; li < learners; ++li) {
@@ -344,64 +453,65 @@ int walk_grade(const GradeSubjects& g, const QString& grade, SubjectRecords& rec
             continue;
         }
         walked[static_cast<std::size_t>(row)] = true;
-        const std::string_view bytes = g.row_bytes(row);
-        if (g.row_deleted(row) || !row_contents.insert(bytes).second) {
-            continue;  // a deleted row's cells are blank; a row like one walked before
+        if (g.row_deleted(row)) {
+            continue;  // a deleted row's cells are blank
         }
-        for (int c = 0; c < kSubjectCells; ++c) {
-            const GradeSubjects::CellPlace& place = g.place(c);
-            if (place.subject_offset < 0 || place.teacher_offset < 0) {
-                continue;  // a cell the table lacks reads blank
-            }
-            Column& col = columns[static_cast<std::size_t>(c)];
-            const std::string_view subject_field =
-                bytes.substr(static_cast<std::size_t>(place.subject_offset),
-                             static_cast<std::size_t>(place.subject_width));
+        const std::string_view bytes = g.row_bytes(row);
+        const std::uint64_t content = row_key(bytes);
+        const int like = row_contents.find(content);
+        if (like < 0) {
+            row_contents.add(content, row);
+        } else if (g.row_bytes(like) == bytes) {
+            continue;  // a row like one walked before
+        }
+        for (Column& col : columns) {
+            const std::string_view subject_field = col.subject.bytes(bytes.data());
             const std::uint64_t subject_key =
-                col.narrow_subject ? col.subject.key(bytes.data()) : 0;
-            if (!col.seen ||
-                (col.narrow_subject ? col.key != subject_key : !same(col.field, subject_field))) {
+                col.subject.narrow() ? col.subject.key(bytes.data()) : 0;
+            if (!col.seen || (col.subject.narrow() ? col.last_key != subject_key
+                                                   : !same(col.last_field, subject_field))) {
                 const std::string_view subject = cell_text(subject_field);
                 const auto it = pi3_lys.find(subject);
-                col.field = subject_field;
-                col.key = subject_key;
+                col.last_field = subject_field;
+                col.last_key = subject_key;
                 col.seen = true;
                 col.code = subject.empty() || it == pi3_lys.end() ? -1 : it->second;
             }
             if (col.code < 0) {
                 continue;  // blank, or not a subject of the grade
             }
-            const std::string_view teacher_field =
-                bytes.substr(static_cast<std::size_t>(place.teacher_offset),
-                             static_cast<std::size_t>(place.teacher_width));
             int record;
-            if (col.narrow_teacher) {
+            int* field = nullptr;  // where a narrow teacher field keeps its record
+            if (col.teacher.narrow()) {
                 const std::uint64_t key = col.teacher.key(bytes.data());
                 if (key == 0) {
                     continue;  // nothing but NULs
                 }
-                record = teacher_fields.find(key);
-                if (record == -1) {
-                    record = record_of(cell_text(teacher_field));
-                    teacher_fields.add(key, record);
+                field = teacher_fields_.value(key);
+                if (field == nullptr) {
+                    field = teacher_fields_.add(
+                        key, record_of(cell_text(col.teacher.bytes(bytes.data()))));
                 }
+                record = *field;
             } else {
-                record = record_of(cell_text(teacher_field));
+                record = record_of(cell_text(col.teacher.bytes(bytes.data())));
             }
-            if (record == kNoPost) {
+            if (record == kNothing) {
                 continue;
             }
-            const std::size_t key = static_cast<std::size_t>(record) * codes.size() +
-                                    static_cast<std::size_t>(col.code);
-            if (key >= tried.size()) {
-                tried.resize(std::max(key + 1, tried.size() * 2), 0);
-            }
-            if (tried[key] != 0) {
+            if (records_.full(record)) {
+                if (field != nullptr) {
+                    *field = kNothing;  // a list found full stays full
+                }
                 continue;
             }
-            tried[key] = 1;
-            if (!records.full(record) &&
-                records.add_code(record, codes[static_cast<std::size_t>(col.code)], grade_text)) {
+            std::uint8_t& tried = tried_[static_cast<std::size_t>(record) * stride_ +
+                                         static_cast<std::size_t>(col.code)];
+            if (tried != 0) {
+                continue;
+            }
+            tried = 1;
+            if (records_.add_code(record, codes_[static_cast<std::size_t>(col.code)], grade_text)) {
                 ++added;
             }
         }
@@ -469,6 +579,7 @@ void StaffSubjects::recreate_staff_subjects() {
     }
 
     const QStringList grades = school_grades(session_);
+    SubjectWalk walk(records);
     for (int gi = 0; gi < grades.size(); ++gi) {
         const QString& grade = grades.at(gi);
         const QString folder =
@@ -480,7 +591,7 @@ void StaffSubjects::recreate_staff_subjects() {
             continue;
         }
         outcome.grades_read << grade;
-        outcome.subjects_added += walk_grade(*g, grade, records, [&](int li, int learners) {
+        outcome.subjects_added += walk.walk_grade(*g, grade, [&](int li, int learners) {
             if (progress) {
                 progress(gi, static_cast<int>(grades.size()), li, learners);
             }

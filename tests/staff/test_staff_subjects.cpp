@@ -142,6 +142,13 @@ TEST(StaffSubjects, MergeAddsEachCodeOncePerPost) {
     t.session.compact_staff_files();
     EXPECT_EQ(t.taught("099"), QStringList({"absent"}));
     EXPECT_EQ(t.taught("001"), QStringList({"1301/12"}));
+
+    // A grade whose subject rows are missing has learners but no cells.
+    GradeSubjects no_rows;
+    no_rows.subjects = {{"WISK", 1301}};
+    no_rows.class_numbers = {1};
+    t.learners.grades = {{kGrade11, no_rows}};
+    EXPECT_EQ(t.rebuild(ui::Answer::No).subjects_added, 0);
 }
 
 TEST(StaffSubjects, MergeKeepsWhatIsThereAndAFullListLosesTheCode) {
@@ -168,6 +175,26 @@ TEST(StaffSubjects, MergeKeepsWhatIsThereAndAFullListLosesTheCode) {
     EXPECT_EQ(t.taught("002"), QStringList({"2001/", "2002/", "1101/12"}));  // the first blank
     // Record 1 (post 001) is byte for byte as it was.
     EXPECT_EQ(t.subject_file().left(PRSVAK.record_length), before.left(PRSVAK.record_length));
+}
+
+TEST(StaffSubjects, ACodeOtherwisePaddedIsThere) {
+    // Another program may pad a code with NULs or put a blank before it.
+    SubjectsTree t;
+    t.grade12();
+    t.session.open_file(Code::PRSVAK);
+    const auto store = [&](const QString& post, const char(&field)[9]) {
+        const int n = t.session.find_by_key(Code::PRSVAK, PRSVAK["PV_POS_NR"], post);
+        t.session.read_record(Code::PRSVAK, n);
+        std::memcpy(t.session.working(Code::PRSVAK).data() + PRSVAK["PV_VAK2"].element_offset(1),
+                    field, 8);
+        t.session.write_record(Code::PRSVAK, n);
+    };
+    store("001", " 1301   ");
+    store("002", "1101\0\0\0\0");
+    const QByteArray before = t.subject_file();
+    t.rebuild(ui::Answer::No);
+    EXPECT_EQ(t.subject_file().left(2 * PRSVAK.record_length),
+              before.left(2 * PRSVAK.record_length));
 }
 
 // add_staff_subject as it reads: for every learner and every cell, the post's record found by a
@@ -219,34 +246,57 @@ void add_cell_by_cell(store::Store& s, const GradeSubjects& g, const QString& gr
 }
 
 TEST(StaffSubjects, SameBytesAsAddingCellByCell) {
-    // Few teachers and subjects, so that rows repeat, lists fill and posts differ in case only.
-    GradeSubjects g;
-    for (int i = 0; i < 14; ++i) {
-        g.subjects.emplace_back("S" + std::to_string(i), i == 3 ? 0 : 500 + i);
+    // Few teachers and subjects, so that rows repeat, lists fill and posts differ in case only;
+    // codes and post numbers that fill their fields and differ in the last character; and two
+    // grades of many codes each, each grade its own, over lists that do not fill.
+    QStringList many_teachers;
+    for (int i = 1; i <= 60; ++i) {
+        many_teachers << QStringLiteral("T%1").arg(i);
     }
-    const char* teachers[] = {"001", "002", "a01", "A01", "050", "*", "003"};
-    unsigned seed = 7;
-    const auto next = [&seed](unsigned n) {
-        seed = seed * 1103515245U + 12345U;
-        return (seed >> 16) % n;
+    struct Case {
+        const char* subject;
+        QStringList teachers;
+        unsigned rows;
+        int subjects;
+        int grades;
     };
-    for (int row = 0; row < 8; ++row) {
-        std::vector<std::pair<QString, QString>> cells;
-        for (int c = 0; c < kSubjectCells; ++c) {
-            cells.emplace_back(QStringLiteral("S%1").arg(next(16)), teachers[next(7)]);
+    for (const Case& k :
+         {Case{"S", {"001", "002", "a01", "A01", "050", "*", "003"}, 8, 14, 1},
+          Case{"SUBJECT", {"00001", "00002", "00003", "A0001", "a0001", "0000*", "*"}, 24, 14, 1},
+          Case{"S", many_teachers, 4, 50, 2}}) {
+        unsigned seed = 7;
+        const auto next = [&seed](unsigned n) {
+            seed = seed * 1103515245U + 12345U;
+            return (seed >> 16) % n;
+        };
+        SubjectsTree fast, slow;
+        slow.session.open_file(Code::PRSVAK);
+        for (int grade = 0; grade < k.grades; ++grade) {
+            GradeSubjects g;
+            for (int i = 0; i < k.subjects; ++i) {
+                g.subjects.emplace_back(k.subject + std::to_string(i),
+                                        i == 3 ? 0 : 500 + 100 * grade + i);
+            }
+            for (unsigned row = 0; row < k.rows; ++row) {
+                std::vector<std::pair<QString, QString>> cells;
+                for (int c = 0; c < kSubjectCells; ++c) {
+                    cells.emplace_back(
+                        QLatin1String(k.subject) +
+                            QString::number(next(static_cast<unsigned>(k.subjects) + 2)),
+                        k.teachers.at(next(static_cast<unsigned>(k.teachers.size()))));
+                }
+                g.add_row(row % 3 == 2 ? std::vector<std::pair<QString, QString>>() : cells);
+            }
+            for (int i = 0; i < 40; ++i) {
+                g.class_numbers.push_back(static_cast<int>(next(k.rows + 2)));
+            }
+            fast.learners.grades[grade == 0 ? kGrade12 : kGrade11] = g;
+            add_cell_by_cell(slow.session, g, grade == 0 ? "12" : "11");
         }
-        g.add_row(row % 3 == 2 ? std::vector<std::pair<QString, QString>>() : cells);
+        fast.rebuild(ui::Answer::No);
+        EXPECT_EQ(fast.subject_file(), slow.subject_file()) << k.subject;
+        EXPECT_GT(fast.session.count(Code::PRSVAK), 3);
     }
-    for (int i = 0; i < 40; ++i) {
-        g.class_numbers.push_back(static_cast<int>(next(10)));
-    }
-    SubjectsTree fast, slow;
-    fast.learners.grades[kGrade12] = g;
-    fast.rebuild(ui::Answer::No);
-    slow.session.open_file(Code::PRSVAK);
-    add_cell_by_cell(slow.session, g, "12");
-    EXPECT_EQ(fast.subject_file(), slow.subject_file());
-    EXPECT_GT(fast.session.count(Code::PRSVAK), 3);
 }
 
 TEST(StaffSubjects, RecreateLosesEveryOldRowAndReplacesTheFileWhole) {
