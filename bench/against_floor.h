@@ -29,10 +29,12 @@ inline double median(std::vector<double> v) {
     return v.empty() ? 0 : v[v.size() / 2];
 }
 
-// read_floor reads the files once; run runs the report once. A report over most_seconds (wall
-// time) fails the benchmark.
-template <class Floor, class Run>
-void against_floor(benchmark::State& state, Floor read_floor, Run run, double most_seconds) {
+// read_floor reads the files once; run runs the report once, after prepare (untimed) sets up
+// what it starts from. A report over most_seconds (wall time) fails the benchmark.
+template <class Floor, class Run, class Prepare = void (*)()>
+void against_floor(
+    benchmark::State& state, Floor read_floor, Run run, double most_seconds,
+    Prepare prepare = [] {}) {
     const auto timed = [](auto&& f) {
         const double start = cpu_seconds();
         f();
@@ -46,6 +48,7 @@ void against_floor(benchmark::State& state, Floor read_floor, Run run, double mo
     for (auto _ : state) {
         state.PauseTiming();
         floors.push_back(timed(read_floor));
+        prepare();
         state.ResumeTiming();
         const auto start = std::chrono::steady_clock::now();
         runs.push_back(timed(run));
