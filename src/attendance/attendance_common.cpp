@@ -2,6 +2,7 @@
 
 #include <QDate>
 
+#include "platform/codepage.h"
 #include "shell/helpers.h"
 #include "store/field_bytes.h"
 
@@ -14,9 +15,6 @@ constexpr const store::Field& kPost = store::PRSAFW["PF_POS_NR"];
 constexpr const store::Field& kMarks = store::PRSAFW["PF_DAG"];
 constexpr const store::Field& kReasons = store::PRSAFW["PF_REDE"];
 
-bool is_stale(const QString& post) {
-    return post.startsWith(QStringLiteral(".."));
-}
 }  // namespace
 
 QString reason_text(int number) {
@@ -78,6 +76,7 @@ bool AttendanceBook::load() {
     records_.clear();
     first_.clear();
     first_live_.clear();
+    live_made_ = false;
     store::RecordFile* f = session_.file(Code::PRSAFW);
     if (f == nullptr) {
         return false;
@@ -87,48 +86,89 @@ bool AttendanceBook::load() {
     session_.state(Code::PRSAFW).count = n;
     records_.reserve(n);
     first_.reserve(n);
-    first_live_.reserve(n);
-    std::vector<QString> posts;
+    std::vector<quint64> posts;
     posts.reserve(n);
     session_.scan_bytes(Code::PRSAFW, [&](int, const char* bytes) {
         records_.emplace_back(store::PRSAFW, bytes);
-        posts.push_back(store::trimmed_text(bytes, kPost));
+        posts.push_back(post_key(store::trimmed_bytes(bytes, kPost)));
     });
     // Walked from the last record to the first, each post number's entry is written over
     // until its first record is the one that stands.
     for (int number = int(posts.size()); number >= 1; --number) {
-        const QString& post = posts[size_t(number - 1)];
-        first_.insert(post, number);
-        if (!post.isEmpty() && !is_stale(post)) {
-            first_live_.insert(post, number);
-        }
+        first_.insert(posts[size_t(number - 1)], number);
     }
     return true;
 }
 
+quint64 AttendanceBook::post_key(std::string_view bytes) {
+    static_assert(kPost.width <= 7);
+    if (bytes.size() > size_t(kPost.width)) {
+        return kNoPost;
+    }
+    quint64 key = bytes.size();
+    for (const char c : bytes) {
+        key = key << 8 | uchar(c);
+    }
+    return key;
+}
+
+quint64 AttendanceBook::post_key(const QString& post) {
+    const QString trimmed = post.trimmed();
+    if (trimmed.size() > kPost.width) {
+        return kNoPost;
+    }
+    char bytes[kPost.width];
+    for (qsizetype i = 0; i < trimmed.size(); ++i) {
+        const QChar c = trimmed.at(i);
+        bytes[i] = cp1252::to_byte(c.unicode());
+        if (bytes[i] == '?' && c != u'?') {
+            return kNoPost;  // no byte of the code page: no stored post number reads so
+        }
+    }
+    return post_key(std::string_view(bytes, size_t(trimmed.size())));
+}
+
+const QHash<quint64, int>& AttendanceBook::live() const {
+    if (!live_made_) {
+        live_made_ = true;
+        first_live_.reserve(count());
+        for (int number = count(); number >= 1; --number) {
+            const std::string_view post = store::trimmed_bytes(record(number).data(), kPost);
+            if (!post.empty() && !post.starts_with("..")) {
+                first_live_.insert(post_key(post), number);
+            }
+        }
+    }
+    return first_live_;
+}
+
 int AttendanceBook::find(const QString& post) const {
-    return first_.value(post.trimmed(), 0);
+    return first_.value(post_key(post), 0);
 }
 
 int AttendanceBook::find_live(const QString& post) const {
-    const QString key = post.trimmed();
-    if (key.isEmpty()) {
+    const quint64 key = post_key(post);
+    if (key == post_key(std::string_view())) {
         return 0;  // the scan passes over blank post numbers
     }
-    return first_live_.value(key, 0);
+    return live().value(key, 0);
 }
 
 int AttendanceBook::ensure(const QString& post) {
-    const QString key = post.trimmed();
-    if (key.isEmpty()) {
+    const QString text = post.trimmed();
+    if (text.isEmpty()) {
         return 0;
-    }
-    if (const int found = find(key); found != 0) {
-        return found;
     }
     store::Record r(store::PRSAFW);
     r.clear();
-    r.set_text(kPost, key);
+    r.set_text(kPost, text);
+    // Looked up as it would be stored: a post longer than its field is kept as far as it goes.
+    const std::string_view stored = store::trimmed_bytes(r.data(), kPost);
+    const quint64 key = post_key(stored);
+    if (const int found = first_.value(key, 0); found != 0) {
+        return found;
+    }
+    const bool stale = stored.starts_with("..");
     for (int day = 0; day < kMarks.count; ++day) {
         r.set_text(kMarks, QStringLiteral("."), day);
         r.set_text(kReasons, QStringLiteral(".."), day);
@@ -140,7 +180,7 @@ int AttendanceBook::ensure(const QString& post) {
         return 0;
     }
     first_.insert(key, number);
-    if (!is_stale(key)) {
+    if (live_made_ && !stale) {
         first_live_.insert(key, number);
     }
     return number;
@@ -165,11 +205,11 @@ bool AttendanceBook::write(int number) {
 void AttendanceBook::clear_stale(int reach) {
     for (int number = 1; number < reach && number <= count(); ++number) {
         store::Record& r = record(number);
-        const QString post = r.text(kPost).trimmed();
-        if (!post.isEmpty() && is_stale(post)) {
+        const std::string_view post = store::trimmed_bytes(r.data(), kPost);
+        if (!post.empty() && post.starts_with("..")) {
+            first_.remove(post_key(post));
             r.set_text(kPost, QString());
             write(number);
-            first_.remove(post);
         }
     }
 }

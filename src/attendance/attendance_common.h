@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 #include <cstring>
+#include <string_view>
 #include <vector>
 
 #include "shell/helpers.h"
@@ -120,11 +121,21 @@ class AttendanceBook {
     // Blanks and writes back every stale record ahead of record `reach` (count + 1: all).
     void clear_stale(int reach);
 
+    // A trimmed post number as the tables key it: its bytes and their count in one number, so
+    // a file's posts are never decoded to look them up. kNoPost for a text no record can hold.
+    static constexpr quint64 kNoPost = ~quint64(0);
+    static quint64 post_key(std::string_view bytes);
+    static quint64 post_key(const QString& post);
+
   private:
+    // The first records of the live posts: made when first asked for, since only a save asks.
+    const QHash<quint64, int>& live() const;
+
     shell::Session& session_;
     std::vector<store::Record> records_;
-    QHash<QString, int> first_;       // trimmed post -> first record
-    QHash<QString, int> first_live_;  // the same, stale records left out
+    QHash<quint64, int> first_;               // trimmed post -> first record
+    mutable QHash<quint64, int> first_live_;  // the same, stale records left out
+    mutable bool live_made_ = false;
 };
 
 }  // namespace korvel::attendance

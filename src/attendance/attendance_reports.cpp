@@ -35,9 +35,12 @@ QString weekday_letter(const QDate& date, bool afrikaans) {
 }  // namespace
 
 std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice choice) {
-    // Each staff member with the key the order takes: right aligned in the field, numbers
-    // sort in order as strings. Only the fields shown are decoded from the record's bytes.
-    std::vector<std::pair<QString, StaffMember>> staff;
+    // The order's key is the post number right aligned in its field, so numbers sort in order
+    // as strings. It is taken from the bytes, each ranked as its character sorts, five to a
+    // number: comparing two numbers orders them as their texts would.
+    static_assert(kPostWidth <= 7);
+    std::vector<std::pair<quint64, int>> order;
+    std::vector<StaffMember> staff;
     staff.reserve(size_t(std::max(0, session.count(Code::PRSALG))));
     session.scan_bytes(Code::PRSALG, [&](int number, const char* r) {
         const std::string_view post = store::trimmed_bytes(r, A["PA_POS_NR"]);
@@ -48,7 +51,15 @@ std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice cho
         if ((choice == AdminChoice::Only && !admin) || (choice == AdminChoice::Excluded && admin)) {
             return;
         }
-        StaffMember m;
+        quint64 key = 0;
+        for (size_t i = post.size(); i < size_t(kPostWidth); ++i) {
+            key = key << 8 | cp1252::sort_rank(' ');
+        }
+        for (const char c : post) {
+            key = key << 8 | cp1252::sort_rank(uchar(c));
+        }
+        order.emplace_back(key, int(staff.size()));
+        StaffMember& m = staff.emplace_back();
         m.record = number;
         m.post = cp1252::decode(post.data(), qsizetype(post.size()));
         m.surname = store::trimmed_text(r, A["PA_VAN"]);
@@ -63,15 +74,13 @@ std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice cho
         m.name = std::move(m.name).simplified();
         m.persal = store::trimmed_text(r, A["PA_PERSAL"]);
         m.admin = admin;
-        QString key = m.post.rightJustified(kPostWidth);
-        staff.emplace_back(std::move(key), std::move(m));
     });
-    std::stable_sort(staff.begin(), staff.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    // The file's order among equal numbers: the keys carry it as their second half.
+    std::sort(order.begin(), order.end());
     std::vector<StaffMember> sorted;
     sorted.reserve(staff.size());
-    for (auto& entry : staff) {
-        sorted.push_back(std::move(entry.second));
+    for (const auto& [key, at] : order) {
+        sorted.push_back(std::move(staff[size_t(at)]));
     }
     return sorted;
 }
@@ -96,10 +105,10 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
     g.first = first;
     g.last = last;
     const int days = std::max(0, last - first + 1);
-    const int cols = days + 3;
+    const int cols = days + 3 + 1;
     // Sized once: rows added one at a time would move the whole grid each time.
     const int rows = kDayGridFirstRow + int(staff.size());
-    g.afw_grid.reset(rows, cols);
+    g.afw_grid.resize(rows, cols);
     g.afw_grid.set_text(0, 1, afrikaans ? QStringLiteral("POS") : QStringLiteral("PST"));
     g.afw_grid.set_text(
         0, 2, afrikaans ? QStringLiteral("PERSONEELLID") : QStringLiteral("STAFF MEMBER"));
@@ -113,6 +122,8 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
         weekend[size_t(day - first)] = g.afw_grid.text(1, col) == QStringLiteral("S");
     }
     QHash<quint32, QString> cells;
+    quint32 last_key = ~quint32(0);  // no day's three bytes make it
+    QString last_made;
     for (int row = kDayGridFirstRow; row < rows; ++row) {
         const StaffMember& m = staff[size_t(row - kDayGridFirstRow)];
         g.staff.push_back(m.record);
@@ -121,7 +132,7 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
         g.afw_grid.set_text(row, 2, m.name);
         for (int day = first; day <= last; ++day) {
             if (weekend[size_t(day - first)]) {
-                g.afw_grid.at(row, g.day_col(day)).back = kButtonFace;
+                g.afw_grid.cell(row, g.day_col(day)).back_colour = kButtonFace;
             }
         }
         const int number = book.find(m.post);
@@ -139,6 +150,10 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
                 reinterpret_cast<const uchar*>(r.data() + kReasons.element_offset(day));
             const quint32 key = quint32(*mark_byte) << 16 | quint32(reason_bytes[0]) << 8 |
                                 quint32(reason_bytes[1]);
+            if (key == last_key) {
+                g.afw_grid.cell(row, col).text = last_made;
+                continue;
+            }
             auto made = cells.constFind(key);
             if (made == cells.constEnd()) {
                 QString mark = r.text(kMarks, day);
@@ -151,7 +166,9 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
                 }
                 made = cells.insert(key, mark + reason.remove(u'.'));
             }
-            g.afw_grid.set_text(row, col, *made);
+            last_key = key;
+            last_made = *made;
+            g.afw_grid.cell(row, col).text = *made;
         }
     }
     return g;
@@ -280,42 +297,47 @@ QString AttendanceReports::month_title() const {
 }
 
 PrintGrid AttendanceReports::summary_grid(DayGrid days, std::vector<int>* reason_counts) const {
-    // The day grid's texts are moved into the summary, not copied: it is made for it.
-    CellGrid& g = days.afw_grid;
-    // One column more at the right: the total.
-    const int cols = g.cols() + 1;
-    PrintGrid grid(g.rows(), cols);
+    // The day grid is made for the summary: its cells are taken over, and its last column,
+    // at the right, takes the total.
+    PrintGrid grid = std::move(days.afw_grid);
+    const int cols = grid.cols();
     grid.fixed_rows = 2;
-    for (int r = 0; r < g.rows(); ++r) {
-        for (int c = 0; c < g.cols(); ++c) {
-            Cell& cell = g.at(r, c);
-            reports::GridCell& out = grid.cell(r, c);
-            out.text = std::move(cell.text);
-            if (r >= 1 && cell.back == kButtonFace) {
-                out.back_colour = kButtonFace;
-            }
-        }
-    }
     for (int c = 3; c < cols; ++c) {
         grid.column(c).alignment = reports::kAlignCentre;
     }
     grid.column(0).alignment = reports::kAlignRight;
     grid.set_text(0, cols - 1, s_.tr("TOT", "TOT"));
     reason_counts->assign(kode_lys.items.size(), 0);
-    for (int r = kDayGridFirstRow; r < g.rows(); ++r) {
+    // What a cell counts for: whether it counts, and its reason (0 for none).
+    const auto read_cell = [](const QString& text) -> std::pair<bool, int> {
+        const QStringView cell = QStringView(text).trimmed();
+        if (cell.isEmpty() || !kCountedLetters.contains(cell.at(0))) {
+            return {false, 0};
+        }
+        return {true, cell.size() > 1 ? shell::number_value(cell.mid(1)) : 0};
+    };
+    // The day grid's cells of one day's bytes share their text, so a cell that shares the one
+    // before it is read once.
+    const QChar* last_text = nullptr;
+    qsizetype last_size = -1;
+    std::pair<bool, int> last{false, 0};
+    for (int r = kDayGridFirstRow; r < grid.rows(); ++r) {
         int total = 0;
-        for (int c = 3; c < g.cols(); ++c) {
-            const QStringView cell = QStringView(grid.cell(r, c).text).trimmed();
-            if (cell.isEmpty() || !kCountedLetters.contains(cell.at(0))) {
+        for (int c = 3; c < cols - 1; ++c) {
+            const QString& text = grid.cell(r, c).text;
+            if (text.constData() != last_text || text.size() != last_size) {
+                last_text = text.constData();
+                last_size = text.size();
+                last = read_cell(text);
+            }
+            const auto [counted, reason] = last;
+            if (!counted) {
                 continue;
             }
             ++total;
-            if (cell.size() > 1) {
-                // A reason counts at its place in kode_lys; one past the list is ignored.
-                const int reason = shell::number_value(cell.mid(1));
-                if (reason >= 1 && reason <= int(reason_counts->size())) {
-                    ++(*reason_counts)[size_t(reason - 1)];
-                }
+            // A reason counts at its place in kode_lys; one past the list is ignored.
+            if (reason >= 1 && reason <= int(reason_counts->size())) {
+                ++(*reason_counts)[size_t(reason - 1)];
             }
         }
         grid.set_text(r, cols - 1, QString::number(total));

@@ -54,11 +54,13 @@ std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice cho
 
 // The day grid of a range of days of the ledger year. Row 0 the headings, row 1 the weekday
 // letters, then a row a staff member; column 0 the row number, 1 the post number, 2 the name,
-// then a column a day. A day cell reads the mark with the reason behind it ("a 3", "a12").
+// then a column a day, and at the right one blank column, where the summary puts its total. A
+// day cell reads the mark with the reason behind it ("a 3", "a12"); weekend days of the staff
+// rows are grey. Built as the grid the summary prints, so its cells are made once.
 struct DayGrid {
     int first = 0;  // day of year of the first column
     int last = 0;
-    CellGrid afw_grid;
+    reports::PrintGrid afw_grid;
     std::vector<int> staff;  // PRSALG record of each staff row
     int day_col(int day) const { return 3 + day - first; }
 };

@@ -165,8 +165,8 @@ void LeaveTotalsForm::show_days(int row) {
         return;
     }
     for (const LeaveDay& d : totals_.people[size_t(person)].days) {
-        days_->addItem(shell::date_to_text(d.date) + QStringLiteral("  ") + d.letter +
-                       QStringLiteral("  ") + d.reason);
+        days_->addItem(shell::date_to_text(d.date) + QStringLiteral("  ") + QChar(uchar(d.letter)) +
+                       QStringLiteral("  ") + totals_.reason_of(d));
     }
 }
 

@@ -19,8 +19,8 @@ inline const QString kLeaveLetters = QStringLiteral("a2vo*");
 
 struct LeaveDay {
     QDate date;
-    QString letter;
-    QString reason;  // the description; blank when none
+    char letter = 0;  // as stored
+    int column = -1;  // the reason's column; -1 when none
 };
 
 struct LeavePerson {
@@ -39,6 +39,11 @@ struct LeaveTotals {
     std::vector<int> column_totals;
     int no_reason = 0;
     int total = 0;
+
+    // A counted day's reason: the description of its column, blank when none.
+    QString reason_of(const LeaveDay& day) const {
+        return day.column < 0 ? QString() : reason_names.at(day.column);
+    }
 };
 
 // Counts the days of the range for the staff. PRSSBI must be open; the month calendars are read

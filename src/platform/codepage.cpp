@@ -1,5 +1,6 @@
 #include "platform/codepage.h"
 
+#include <algorithm>
 #include <array>
 
 namespace korvel::cp1252 {
@@ -27,6 +28,22 @@ void decode_to(QChar* dst, const char* bytes, qsizetype size) {
     }
 }
 }  // namespace
+
+unsigned char sort_rank(unsigned char byte) {
+    static const std::array<unsigned char, 256> ranks = [] {
+        std::array<unsigned char, 256> bytes{};
+        for (int b = 0; b < 256; ++b)
+            bytes[size_t(b)] = static_cast<unsigned char>(b);
+        std::sort(bytes.begin(), bytes.end(), [](unsigned char a, unsigned char b) {
+            return byte_to_char(a) < byte_to_char(b);
+        });
+        std::array<unsigned char, 256> r{};
+        for (int place = 0; place < 256; ++place)
+            r[bytes[size_t(place)]] = static_cast<unsigned char>(place);
+        return r;
+    }();
+    return ranks[byte];
+}
 
 QString decode(const char* bytes, qsizetype size) {
     QString out(size, Qt::Uninitialized);

@@ -18,6 +18,10 @@ inline QString decode(const QByteArray& bytes) {
     return decode(bytes.constData(), bytes.size());
 }
 
+// The byte's place among all 256 ordered by their characters: texts whose bytes are compared
+// by it order as the decoded texts do, so a sort can key on the bytes without decoding them.
+unsigned char sort_rank(unsigned char byte);
+
 // One byte a character; a character outside Windows-1252 becomes "?".
 QByteArray encode(QStringView text);
 

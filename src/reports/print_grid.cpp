@@ -84,9 +84,8 @@ int PrintGrid::alignment(int row, int col) const {
     return own != kAlignNone ? own : column(col).alignment;
 }
 
-QString PrintGrid::font_name(int row, int col) const {
-    const QString& own = cell(row, col).font_name;
-    return own.isEmpty() ? font : own;
+QString PrintGrid::font_name(int, int) const {
+    return font;
 }
 
 double PrintGrid::font_size(int row, int col) const {

@@ -11,6 +11,7 @@
 #include <QImage>
 #include <QString>
 #include <QStringList>
+#include <memory>
 #include <vector>
 
 namespace korvel::reports {
@@ -28,18 +29,37 @@ inline const QString kLineMark = QStringLiteral("~NL~");
 inline const QString kPageMark = QStringLiteral("<PAGE>");
 inline const QString kCornerMark = QStringLiteral("a\u00a6a");
 
+// A cell's picture. Almost no cell has one, and a grid holds tens of thousands of cells: the
+// image is kept aside, so an empty picture costs a null pointer and nothing to make or free.
+class CellPicture {
+  public:
+    CellPicture() = default;
+    CellPicture(const QImage& image)
+        : image_(image.isNull() ? nullptr : std::make_shared<const QImage>(image)) {}
+    bool isNull() const { return image_ == nullptr; }
+    operator const QImage&() const { return image_ ? *image_ : null_image(); }
+
+  private:
+    static const QImage& null_image() {
+        static const QImage none;
+        return none;
+    }
+    std::shared_ptr<const QImage> image_;
+};
+
+// A grid holds tens of thousands of cells, so a cell is kept small: what few cells use (a size
+// of their own, a picture) costs little when unused. Every cell takes the grid's font name.
 struct GridCell {
     QString text;
-    int fore_colour = 0;   // 0x00BBGGRR
-    int back_colour = 0;   // 0: none
-    QString font_name;     // empty: the grid's
-    double font_size = 0;  // 0: the grid's
+    int fore_colour = 0;  // 0x00BBGGRR
+    int back_colour = 0;  // 0: none
+    float font_size = 0;  // 0: the grid's
+    signed char alignment = kAlignNone;
     bool bold = false;
     bool italic = false;
     bool underline = false;
     bool strikethrough = false;
-    int alignment = kAlignNone;
-    QImage picture;
+    CellPicture picture;
 };
 
 struct GridColumn {
@@ -85,7 +105,7 @@ class PrintGrid {
 
     // The cell's alignment, or its column's when it has none.
     int alignment(int row, int col) const;
-    // The cell's font name and size, or the grid's.
+    // The cell's font name (the grid's) and size, or the grid's.
     QString font_name(int row, int col) const;
     double font_size(int row, int col) const;
 

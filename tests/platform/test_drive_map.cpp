@@ -136,6 +136,19 @@ TEST(Codepage, EveryByteRoundTrips) {
     EXPECT_EQ(korvel::cp1252::encode(text), all);
 }
 
+// Every pair of bytes compared by sort_rank orders as their characters do (the euro sign, 0x80,
+// comes after "ÿ", 0xFF).
+TEST(Codepage, SortRankOrdersBytesAsTheirCharacters) {
+    for (int a = 0; a < 256; ++a) {
+        for (int b = 0; b < 256; ++b) {
+            const char x = char(a), y = char(b);
+            ASSERT_EQ(korvel::cp1252::sort_rank(uchar(a)) < korvel::cp1252::sort_rank(uchar(b)),
+                      korvel::cp1252::decode(&x, 1) < korvel::cp1252::decode(&y, 1))
+                << a << " " << b;
+        }
+    }
+}
+
 TEST(Codepage, FixedFieldsAreCutAndPadded) {
     char field[6];
     korvel::cp1252::encode_fixed(u"Hoërskool", field, 6);
