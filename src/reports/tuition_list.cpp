@@ -79,8 +79,7 @@ void TuitionList::load_subjects() {
                 std::find(of.begin(), of.begin() + count, grade) == of.begin() + count)
                 of[size_t(count++)] = grade;
         }
-        QStringList columns;
-        columns.reserve(n);
+        const int first = int(columns_.size());
         for (int c = 0; c < n; ++c) {
             QString column;
             column.reserve(qsizetype(codes[size_t(c)].size()) + 3 + 8 * grade_count[size_t(c)]);
@@ -91,15 +90,16 @@ void TuitionList::load_subjects() {
                     column += QLatin1String(" / ");
                 append(column, grades[size_t(c)][size_t(g)]);
             }
-            columns << column;
+            columns_.push_back(std::move(column));
         }
-        subjects_.insert(post, columns);
+        subjects_.insert(post, {first, n});
     });
 }
 
-QStringList TuitionList::subjects_of(const QString& post) {
+std::span<const QString> TuitionList::subjects_of(const QString& post) {
     load_subjects();
-    return subjects_.value(store::Store::index_key(post));
+    const auto [first, count] = subjects_.value(store::Store::index_key(post), {0, 0});
+    return std::span<const QString>(columns_).subspan(size_t(first), size_t(count));
 }
 
 PrintGrid TuitionList::tuition_grid() {
@@ -107,14 +107,14 @@ PrintGrid TuitionList::tuition_grid() {
     // written in place.
     const std::vector<int> people = ordered_records();
     std::vector<QString> posts;
-    std::vector<QStringList> subjects;
+    std::vector<std::span<const QString>> subjects;
     posts.reserve(people.size());
     subjects.reserve(people.size());
     qsizetype widest = 0;
     for (int number : people) {
         posts.push_back(store::trimmed_text(selected_bytes(number), L["PA_POS_NR"]));
         subjects.push_back(subjects_of(posts.back()));
-        widest = std::max(widest, subjects.back().size());
+        widest = std::max(widest, qsizetype(subjects.back().size()));
     }
     QString format = tr(">POS|<PERSONEELLID|<ID-NOMMER", ">PST|<STAFF MEMBER|<ID NUMBER");
     for (qsizetype c = 0; c < widest; ++c)
@@ -128,8 +128,8 @@ PrintGrid TuitionList::tuition_grid() {
         grid.cell(r, 0).text = std::move(posts[i]);
         grid.cell(r, 1).text = selected_name(people[i]);
         grid.cell(r, 2).text = store::trimmed_text(selected_bytes(people[i]), L["PA_ID_NR"]);
-        for (qsizetype c = 0; c < subjects[i].size(); ++c)
-            grid.cell(r, 3 + int(c)).text = subjects[i].at(c);
+        for (size_t c = 0; c < subjects[i].size(); ++c)
+            grid.cell(r, 3 + int(c)).text = subjects[i][c];
         fit_row_height(grid, r);
     }
     return grid;

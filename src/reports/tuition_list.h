@@ -4,6 +4,8 @@
 
 #include <QHash>
 #include <QString>
+#include <span>
+#include <vector>
 
 #include "platform/dialogs.h"
 #include "reports/staff_selection.h"
@@ -27,12 +29,13 @@ class TuitionList : public ui::ChildForm, public StaffSelection {
     PrintGrid tuition_grid();
 
     // The subject columns of a post, in the order of its record: "code : 10 / 11".
-    QStringList subjects_of(const QString& post);
+    std::span<const QString> subjects_of(const QString& post);
 
   private:
     void load_subjects();
 
-    QHash<QString, QStringList> subjects_;  // by post number, upper case
+    std::vector<QString> columns_;                  // every post's columns, one after another
+    QHash<QString, std::pair<int, int>> subjects_;  // by post number, upper case: first, count
     bool subjects_loaded_ = false;
 };
 
