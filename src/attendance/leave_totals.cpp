@@ -84,17 +84,21 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
         school[size_t(day)] = true;
     }
     const QDate jan1(year, 1, 1);
+    // The letters by byte, and each repeated over a word: most days of a year hold no leave,
+    // and are passed over eight at a time.
+    constexpr quint64 ones = ~quint64(0) / 255;
     std::array<bool, 256> is_leave{};
+    std::vector<quint64> letter_words;
     for (QChar c : kLeaveLetters) {
         is_leave[uchar(c.toLatin1())] = true;
+        letter_words.push_back(ones * uchar(c.toLatin1()));
     }
-    // Whether eight marks hold a leave letter: most days of a year hold none, and are passed
-    // over eight at a time.
-    constexpr quint64 ones = ~quint64(0) / 255;
-    const auto any_leave = [](quint64 marks) {
+    // Whether eight marks hold a leave letter: a byte equal to one leaves a zero byte in the
+    // mark word xor the letter's.
+    const auto any_leave = [&](quint64 marks) {
         quint64 found = 0;
-        for (const char c : {'a', '2', 'v', 'o', '*'}) {
-            const quint64 x = marks ^ (ones * uchar(c));
+        for (const quint64 letter : letter_words) {
+            const quint64 x = marks ^ letter;
             found |= (x - ones) & ~x & ones * 128;
         }
         return found != 0;
