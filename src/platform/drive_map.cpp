@@ -9,14 +9,41 @@
 
 #include "platform/winpath.h"
 
+#ifdef Q_OS_UNIX
+#include <dirent.h>
+
+#include <cstring>
+#endif
+
 namespace korvel::platform {
 
 namespace {
 
 // Finds an existing entry of dir whose name equals name without regard to case; blank if none.
+// Walked in the folder's own order, which also settles a tie between names that differ only in
+// case; nothing is sorted or looked at past the first match. Every file opened looks this way
+// for the names a cut-short folder switch leaves, which are normally missing, so the walk reads
+// the bare entries where the system gives them.
 QString find_entry_nocase(const QString& dir, const QString& name) {
-    // Walked in the folder's own order, which also settles a tie between names that differ
-    // only in case; nothing is sorted or looked at past the first match.
+#ifdef Q_OS_UNIX
+    DIR* folder = opendir(QFile::encodeName(dir).constData());
+    if (folder == nullptr) {
+        return {};
+    }
+    QString found;
+    while (const dirent* e = readdir(folder)) {
+        if (std::strcmp(e->d_name, ".") == 0 || std::strcmp(e->d_name, "..") == 0) {
+            continue;
+        }
+        const QString entry = QFile::decodeName(e->d_name);
+        if (entry.compare(name, Qt::CaseInsensitive) == 0) {
+            found = entry;
+            break;
+        }
+    }
+    closedir(folder);
+    return found;
+#else
     QDirIterator it(dir, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     while (it.hasNext()) {
         it.next();
@@ -26,6 +53,7 @@ QString find_entry_nocase(const QString& dir, const QString& name) {
         }
     }
     return {};
+#endif
 }
 
 }  // namespace
@@ -173,12 +201,14 @@ QString DriveMap::native_path(const QString& windows_path) const {
     }
     qsizetype first = 0;  // the first name the walk looks at
     bool exists_so_far = false;
+    bool last_missing = false;  // the path as spelt is missing: its last name needs no look
     if (!parts.isEmpty()) {
         const QString folder = as_spelt.left(as_spelt.size() - parts.last().size() - 1);
         if (QFileInfo::exists(folder)) {
             path = folder;
             first = parts.size() - 1;
             exists_so_far = true;
+            last_missing = true;
         }
     }
     if (!exists_so_far) {
@@ -187,7 +217,7 @@ QString DriveMap::native_path(const QString& windows_path) const {
     for (qsizetype i = first; i < parts.size(); ++i) {
         QString name = parts.at(i);
         if (exists_so_far) {
-            if (!QFileInfo::exists(path + u'/' + name)) {
+            if (last_missing || !QFileInfo::exists(path + u'/' + name)) {
                 const QString found = find_entry_nocase(path, name);
                 if (!found.isEmpty()) {
                     name = found;

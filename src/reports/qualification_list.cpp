@@ -94,7 +94,7 @@ PrintGrid StaffQualificationList::qualification_grid() {
         const auto [number, slot] = lines[i];
         const char* bytes = selected_bytes(number);
         if (slot == 0) {
-            const QString post = store::trimmed_text(bytes, L["PA_POS_NR"]);
+            const QString post = selected_post(number);
             additional = additional_of(post);
             grid.cell(r, 0).text = post;
             grid.cell(r, 1).text = selected_name(number);

@@ -64,11 +64,12 @@ void StaffSelection::load_selection() {
         const std::string_view key = store::trimmed_bytes(r, L["PA_POS_NR"]);
         if (key.empty() || store::trimmed_bytes(r, L["PA_AKTIEF"]) == "D")
             return;
-        const QString post = cp1252::decode(key.data(), qsizetype(key.size()));
-        const QString& name = names_[size_t(number)];  // made as the record was read
+        const QString& post = posts_[size_t(number)];  // made as the record was read
+        const QString& name = names_[size_t(number)];
         QString text;
         text.reserve(std::max<qsizetype>(6, post.size()) + name.size());
-        text += post.leftJustified(6);
+        text += post;
+        text.resize(std::max<qsizetype>(6, post.size()), u' ');  // left justified in six
         text += name;
         by_post.push_back({post.toUpper(), {post, number, std::move(text)}});
     });
@@ -124,12 +125,17 @@ std::vector<int> StaffSelection::selected_records() {
         const char* bytes = master_.constData() + qsizetype(number - 1) * length;
         if (store::trimmed_bytes(bytes, L["PA_AKTIEF"]) == "*")
             continue;
-        const QString paymaster = store::trimmed_text(bytes, L["PA_OD_BL"]).toUpper();
-        if (!kies_aanstelling[0] && (paymaster == u"O" || paymaster.isEmpty()))
+        // The paymaster's letter in either case; no other character is one of these three
+        // in capitals.
+        static_assert(L["PA_OD_BL"].width == 1);
+        const std::string_view stored = store::trimmed_bytes(bytes, L["PA_OD_BL"]);
+        const char letter = stored.empty() ? '\0' : stored[0];
+        const char paymaster = letter >= 'a' && letter <= 'z' ? char(letter - 'a' + 'A') : letter;
+        if (!kies_aanstelling[0] && (paymaster == 'O' || stored.empty()))
             continue;
-        if (!kies_aanstelling[1] && paymaster == u"B")
+        if (!kies_aanstelling[1] && paymaster == 'B')
             continue;
-        if (!kies_aanstelling[2] && paymaster == u"P")
+        if (!kies_aanstelling[2] && paymaster == 'P')
             continue;
         if (kies_administratief != AdminChoice::Included) {
             const bool educator = shell::is_educator(bytes);
@@ -182,6 +188,12 @@ QString StaffSelection::selected_name(int number) {
     return list_name(read_selected(number));
 }
 
+QString StaffSelection::selected_post(int number) {
+    if (number >= 1 && size_t(number) < posts_.size())
+        return posts_[size_t(number)];
+    return store::trimmed_text(read_selected(number).data(), L["PA_POS_NR"]);
+}
+
 QString StaffSelection::master_path() const {
     return s_.fs().native(winpath::join(
         s_.folder_of(Code::PRSALG), QString::fromLatin1(L.file_name.data(), L.file_name.size())));
@@ -201,9 +213,12 @@ void StaffSelection::read_master(const std::function<void(int, const char*)>& vi
         master_.clear();
     names_.assign(1, QString());
     names_.reserve(size_t(count) + 1);
+    posts_.assign(1, QString());
+    posts_.reserve(size_t(count) + 1);
     for (qsizetype at = 0; at < master_.size(); at += length) {
         const char* r = master_.constData() + at;
         names_.push_back(shell::list_name(r));
+        posts_.push_back(store::trimmed_text(r, L["PA_POS_NR"]));
         if (visit)
             visit(int(names_.size()) - 1, r);
     }

@@ -82,6 +82,8 @@ class StaffSelection {
     const char* selected_bytes(int number);
     // list_name of a record the last selection took, made when the master file was read.
     QString selected_name(int number);
+    // Its post number, trimmed.
+    QString selected_post(int number);
     // The name of the lists: surname, the initials and the title.
     static QString list_name(const store::Record& staff);
 
@@ -116,6 +118,7 @@ class StaffSelection {
     std::vector<int> opened_;     // codes opened by this form
     QByteArray master_;           // records 1 to master_count_, as last read
     std::vector<QString> names_;  // list_name of each record of master_, by record number
+    std::vector<QString> posts_;  // and its post number, trimmed
     int master_count_ = -1;
     qint64 master_size_ = -1;
     QDateTime master_time_;

@@ -112,7 +112,7 @@ PrintGrid TuitionList::tuition_grid() {
     subjects.reserve(people.size());
     qsizetype widest = 0;
     for (int number : people) {
-        posts.push_back(store::trimmed_text(selected_bytes(number), L["PA_POS_NR"]));
+        posts.push_back(selected_post(number));
         subjects.push_back(subjects_of(posts.back()));
         widest = std::max(widest, qsizetype(subjects.back().size()));
     }
