@@ -26,6 +26,10 @@ constexpr int kPostWidth = A["PA_POS_NR"].width;
 
 constexpr double kDayColumnWidth = 330;  // twips: three characters of the grid's font
 
+// The text of a day without a mark. Most cells of a month hold it, and as the program's own
+// constant they share it without counting references to it: a count is an atomic operation.
+const QString kBlankDay = QStringLiteral("  ");
+
 // The letters the summary counts: absent and on leave in either language.
 const QString kCountedLetters = QStringLiteral("avo");
 
@@ -63,7 +67,7 @@ std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice cho
         m.record = number;
         m.post = cp1252::decode(post.data(), qsizetype(post.size()));
         m.surname = store::trimmed_text(r, A["PA_VAN"]);
-        m.initials = shell::initials(store::trimmed_text(r, A["PA_NAME"]));
+        m.initials = shell::record_initials(r);
         const std::string_view title = store::trimmed_bytes(r, A["PA_TITEL"]);
         m.name.reserve(qsizetype(title.size()) + m.initials.size() + m.surname.size() + 2);
         cp1252::append(m.name, title.data(), qsizetype(title.size()));
@@ -164,7 +168,8 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
                 if (reason == QStringLiteral("..")) {
                     reason = QStringLiteral("  ");
                 }
-                made = cells.insert(key, mark + reason.remove(u'.'));
+                const QString text = mark + reason.remove(u'.');
+                made = cells.insert(key, text == kBlankDay ? kBlankDay : text);
             }
             last_key = key;
             last_made = *made;

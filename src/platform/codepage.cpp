@@ -7,24 +7,9 @@ namespace korvel::cp1252 {
 
 namespace {
 
-// Bytes 0x80 to 0x9F. Undefined bytes keep their own number (a C1 control character).
-constexpr std::array<char16_t, 32> kHigh = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,  // 80-87
-    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,  // 88-8F
-    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,  // 90-97
-    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,  // 98-9F
-};
-
-char16_t byte_to_char(unsigned char b) {
-    if (b >= 0x80 && b < 0xA0) {
-        return kHigh[b - 0x80];
-    }
-    return b;
-}
-
 void decode_to(QChar* dst, const char* bytes, qsizetype size) {
     for (qsizetype i = 0; i < size; ++i) {
-        dst[i] = QChar(byte_to_char(static_cast<unsigned char>(bytes[i])));
+        dst[i] = QChar(to_char(static_cast<unsigned char>(bytes[i])));
     }
 }
 }  // namespace
@@ -34,9 +19,8 @@ unsigned char sort_rank(unsigned char byte) {
         std::array<unsigned char, 256> bytes{};
         for (int b = 0; b < 256; ++b)
             bytes[size_t(b)] = static_cast<unsigned char>(b);
-        std::sort(bytes.begin(), bytes.end(), [](unsigned char a, unsigned char b) {
-            return byte_to_char(a) < byte_to_char(b);
-        });
+        std::sort(bytes.begin(), bytes.end(),
+                  [](unsigned char a, unsigned char b) { return to_char(a) < to_char(b); });
         std::array<unsigned char, 256> r{};
         for (int place = 0; place < 256; ++place)
             r[bytes[size_t(place)]] = static_cast<unsigned char>(place);

@@ -8,7 +8,22 @@
 #include <QString>
 #include <QStringView>
 
+#include <array>
+
 namespace korvel::cp1252 {
+
+// Bytes 0x80 to 0x9F. Undefined bytes keep their own number (a C1 control character).
+inline constexpr std::array<char16_t, 32> kHigh = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,  // 80-87
+    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,  // 88-8F
+    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,  // 90-97
+    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,  // 98-9F
+};
+
+// The character of one byte. Inline: a list decodes thousands of fields.
+inline char16_t to_char(unsigned char b) {
+    return b >= 0x80 && b < 0xA0 ? kHigh[b - 0x80] : char16_t(b);
+}
 
 // The characters of the bytes, one character a byte.
 QString decode(const char* bytes, qsizetype size);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <string_view>
 
 #include "platform/codepage.h"
@@ -43,22 +44,30 @@ void TuitionList::load_subjects() {
     subjects_loaded_ = true;
     open_files({Code::PRSVAK});
     // Codes and grades are compared as the bytes they are on disk (the code page maps byte to
-    // character one to one) and only the columns shown are made into text.
+    // character one to one), each held as one number, and only the columns shown are made into
+    // text.
     constexpr int kSlots = kLastSubject - kFirstSubject + 1;
-    std::array<std::string_view, kSlots> codes;
-    std::array<std::array<std::string_view, kSlots>, kSlots> grades;
+    static_assert(V["PV_VAK2"].width <= 8 && V["PV_GRD2"].width <= 8);
+    struct Bytes {
+        std::string_view text;
+        quint64 key = 0;  // the bytes, zero filled
+        bool operator==(const Bytes& o) const {
+            return key == o.key && text.size() == o.text.size();
+        }
+    };
+    const auto bytes_of = [](std::string_view b) {
+        Bytes out{b, 0};
+        std::memcpy(&out.key, b.data(), b.size());
+        return out;
+    };
+    std::array<Bytes, kSlots> codes;
+    std::array<std::array<Bytes, kSlots>, kSlots> grades;
     std::array<int, kSlots> grade_count{};
-    const auto decode = [](std::string_view b) {
-        return cp1252::decode(b.data(), qsizetype(b.size()));
-    };
-    const auto append = [](QString& to, std::string_view b) {
-        cp1252::append(to, b.data(), qsizetype(b.size()));
-    };
     s_.scan_bytes(Code::PRSVAK, [&](int, const char* bytes) {
         const std::string_view key = store::trimmed_bytes(bytes, V["PV_POS_NR"]);
         if (key.empty())
             return;
-        const QString post = decode(key).toUpper();
+        const QString post = cp1252::decode(key.data(), qsizetype(key.size())).toUpper();
         // A post number found twice: its first record counts.
         if (subjects_.contains(post))
             return;
@@ -67,30 +76,39 @@ void TuitionList::load_subjects() {
             const std::string_view code = store::trimmed_bytes(bytes, V["PV_VAK2"], i);
             if (code.empty())
                 continue;
-            const int at = int(std::find(codes.begin(), codes.begin() + n, code) - codes.begin());
+            const Bytes c = bytes_of(code);
+            const int at = int(std::find(codes.begin(), codes.begin() + n, c) - codes.begin());
             if (at == n) {
-                codes[size_t(n)] = code;
+                codes[size_t(n)] = c;
                 grade_count[size_t(n++)] = 0;
             }
             const std::string_view grade = store::trimmed_bytes(bytes, V["PV_GRD2"], i);
             auto& of = grades[size_t(at)];
             int& count = grade_count[size_t(at)];
-            if (!grade.empty() &&
-                std::find(of.begin(), of.begin() + count, grade) == of.begin() + count)
-                of[size_t(count++)] = grade;
+            if (grade.empty())
+                continue;
+            const Bytes g = bytes_of(grade);
+            if (std::find(of.begin(), of.begin() + count, g) == of.begin() + count)
+                of[size_t(count++)] = g;
         }
         const int first = int(columns_.size());
         for (int c = 0; c < n; ++c) {
-            QString column;
-            column.reserve(qsizetype(codes[size_t(c)].size()) + 3 + 8 * grade_count[size_t(c)]);
-            append(column, codes[size_t(c)]);
-            column += QLatin1String(" : ");
+            // "code : 10 / 11", put together in place and made text in one piece; at most
+            // eight characters of code and ten grades of three with their separators.
+            std::array<char16_t, 8 + 3 + kSlots*(3 + 3)> text;
+            size_t length = 0;
+            const auto put = [&](std::string_view b) {
+                for (const char byte : b)
+                    text[length++] = cp1252::to_char(uchar(byte));
+            };
+            put(codes[size_t(c)].text);
+            put(" : ");
             for (int g = 0; g < grade_count[size_t(c)]; ++g) {
                 if (g > 0)
-                    column += QLatin1String(" / ");
-                append(column, grades[size_t(c)][size_t(g)]);
+                    put(" / ");
+                put(grades[size_t(c)][size_t(g)].text);
             }
-            columns_.push_back(std::move(column));
+            columns_.emplace_back(reinterpret_cast<const QChar*>(text.data()), qsizetype(length));
         }
         subjects_.insert(post, {first, n});
     });

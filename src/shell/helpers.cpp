@@ -294,25 +294,52 @@ QString fold_accents(const QString& text) {
 }
 
 QString initials(const QString& names, int keep) {
+    QVarLengthArray<QChar, 64> out;
+    initials_into(names, out, keep);
+    return QString(out.constData(), out.size());
+}
+
+void initials_into(QStringView names, QVarLengthArray<QChar, 64>& out, int keep) {
     // Runs of blanks count as one: a double blank between names adds no empty word. The words
-    // are walked in place; the lists read this for every staff member.
-    QString result;
-    result.reserve(names.size());
+    // are walked in place.
+    out.clear();
     qsizetype i = 0;
-    for (const QStringView word : QStringView(names).tokenize(u' ', Qt::SkipEmptyParts)) {
+    for (qsizetype at = 0; at < names.size();) {
+        if (names[at] == u' ') {
+            ++at;
+            continue;
+        }
+        qsizetype end = at;
+        while (end < names.size() && names[end] != u' ') {
+            ++end;
+        }
+        const QStringView word = names.sliced(at, end - at);
+        at = end;
         if (keep == 99) {
-            result = word.toString();
+            out.append(word.data(), word.size());
             break;
         }
-        result += u' ';
-        result += i++ < keep ? word : word.left(1);
+        out.append(u' ');
+        const QStringView kept = i++ < keep ? word : word.left(1);
+        out.append(kept.data(), kept.size());
     }
-    result = std::move(result).trimmed();
-    const qsizetype bracket = result.indexOf(u'(');
-    if (bracket >= 0) {
-        result.remove(bracket, 1);
+    // Trimmed as a string is, then without its first "(".
+    qsizetype end = out.size();
+    while (end > 0 && out[end - 1].isSpace()) {
+        --end;
     }
-    return result;
+    qsizetype start = 0;
+    while (start < end && out[start].isSpace()) {
+        ++start;
+    }
+    out.resize(end);
+    out.remove(0, start);
+    for (qsizetype at = 0; at < out.size(); ++at) {
+        if (out[at] == u'(') {
+            out.remove(at);
+            break;
+        }
+    }
 }
 
 QString month_name(int number, bool afrikaans) {

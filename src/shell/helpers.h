@@ -12,6 +12,8 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringView>
+#include <QVarLengthArray>
 
 namespace korvel::shell {
 
@@ -76,6 +78,8 @@ QString fold_accents(const QString& text);
 // further word, separated by blanks. `keep` 99 gives the first word alone. The result is trimmed
 // and its first "(" removed.
 QString initials(const QString& names, int keep = 0);
+// The same put in a buffer, with no string of its own: the lists make them by the thousand.
+void initials_into(QStringView names, QVarLengthArray<QChar, 64>& out, int keep = 0);
 
 // Every function that picks a text takes `afrikaans` (true = Afrikaans, false = English).
 // A number out of range gives blank.

@@ -1,5 +1,8 @@
 #include "shell/staff_person.h"
 
+#include <QVarLengthArray>
+#include <algorithm>
+
 #include "platform/codepage.h"
 #include "shell/helpers.h"
 #include "store/field_bytes.h"
@@ -17,18 +20,43 @@ bool is_educator(const char* staff) {
     return !(c == "PSS" || c == "PS" || c == "ADMIN");
 }
 
+namespace {
+// The initials of a master record's names, put in out.
+void initials_of(const char* staff, QVarLengthArray<QChar, 64>& out) {
+    QVarLengthArray<QChar, 64> names;
+    for (const char b : store::trimmed_bytes(staff, store::PRSALG["PA_NAME"])) {
+        names.append(QChar(cp1252::to_char(uchar(b))));
+    }
+    initials_into(QStringView(names.constData(), names.size()), out);
+}
+
+QChar* put(QChar* p, std::string_view bytes) {
+    for (const char b : bytes) {
+        *p++ = QChar(cp1252::to_char(uchar(b)));
+    }
+    return p;
+}
+}  // namespace
+
+QString record_initials(const char* staff) {
+    QVarLengthArray<QChar, 64> out;
+    initials_of(staff, out);
+    return QString(out.constData(), out.size());
+}
+
 QString list_name(const char* staff) {
+    // Put together in place and made text in one piece: every list makes one a person.
     const auto& A = store::PRSALG;
-    const QString names = initials(store::trimmed_text(staff, A["PA_NAME"]));
+    QVarLengthArray<QChar, 64> initials;
+    initials_of(staff, initials);
     const std::string_view surname = store::trimmed_bytes(staff, A["PA_VAN"]);
     const std::string_view title = store::trimmed_bytes(staff, A["PA_TITEL"]);
-    QString out;
-    out.reserve(qsizetype(surname.size() + title.size()) + names.size() + 2);
-    cp1252::append(out, surname.data(), qsizetype(surname.size()));
-    out += u' ';
-    out += names;
-    out += u' ';
-    cp1252::append(out, title.data(), qsizetype(title.size()));
+    QString out(qsizetype(surname.size() + title.size()) + initials.size() + 2, Qt::Uninitialized);
+    QChar* p = put(out.data(), surname);
+    *p++ = u' ';
+    p = std::copy(initials.begin(), initials.end(), p);
+    *p++ = u' ';
+    put(p, title);
     return out;
 }
 

@@ -18,6 +18,9 @@ bool is_educator(const char* staff);
 // trimmed, separated by single blanks. Only these three fields are decoded.
 QString list_name(const char* staff);
 
+// initials() of a master record's names, from its bytes.
+QString record_initials(const char* staff);
+
 // Post number, title, initials and surname, each trimmed, separated by single blanks.
 QString staff_heading(const store::Record& staff);
 

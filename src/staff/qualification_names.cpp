@@ -109,11 +109,12 @@ QString qualification_name(const store::Record& master, const store::Record& add
 
 QString qualification_name(const char* master, const char* additional, int slot) {
     const std::string_view bytes = store::text_bytes(master, PRSALG["PK_GRDE"], slot);
-    const QString grde = cp1252::decode(bytes.data(), qsizetype(bytes.size()));
-    if (grde.size() > 1) {
-        return grde;
+    if (bytes.size() > 1) {
+        return cp1252::decode(bytes.data(), qsizetype(bytes.size()));
     }
-    const QualificationType* t = qualification_type_of(grde);
+    // A type letter is a plain letter, the same in every code page.
+    const QualificationType* t =
+        bytes.empty() ? nullptr : qualification_type_of(QChar(uchar(bytes.front())));
     if (t == nullptr) {
         return {};
     }

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "attendance/attendance_register.h"
+#include "shell/helpers.h"
 #include "shell/staff_person.h"
 #include "staff/appointments.h"
 #include "staff/detail_chooser.h"
@@ -355,6 +356,27 @@ TEST_F(Entry, AWesternCapeSchoolTypesTheCemisNumberAndTheLuritsNumberIsShown) {
     });
     EXPECT_EQ(additional("10").text(PRSADD["PD_CEMIS"]).trimmed(), "WC1234567");
     EXPECT_EQ(master("10").text(PRSALG["PA_GEBREK"]).trimmed(), "");
+}
+
+// The lists make a person's name from the record's bytes in one piece; it must read as the
+// fields' texts put together would, whatever blanks, tabs, brackets or accents the names hold.
+TEST(ListName, FromTheBytesAsFromTheTexts) {
+    const QString cases[] = {
+        QStringLiteral("JAN PIETER"),        QStringLiteral("  (JAN)  PIETER "),
+        QStringLiteral("\tANNA\tMARIE "),    QStringLiteral("\u00c9LISE  \u00d6STER"),
+        QStringLiteral("JAN \tB C"),         QString(),
+        QStringLiteral("\u00a0JAN\u00a0 B"), QStringLiteral("PIETER (PIET)")};
+    for (const QString& names : cases) {
+        Record r(PRSALG);
+        r.clear();
+        r.set_text(PRSALG["PA_VAN"], QStringLiteral(" VAN DER MERWE "));
+        r.set_text(PRSALG["PA_NAME"], names);
+        r.set_text(PRSALG["PA_TITEL"], QStringLiteral("MEV"));
+        const QString initials = korvel::shell::initials(r.text(PRSALG["PA_NAME"]).trimmed());
+        EXPECT_EQ(korvel::shell::record_initials(r.data()), initials) << names.toStdString();
+        EXPECT_EQ(korvel::shell::list_name(r.data()), "VAN DER MERWE " + initials + " MEV")
+            << names.toStdString();
+    }
 }
 
 TEST(BirthDates, IdNumbersOfEveryLength) {
