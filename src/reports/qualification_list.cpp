@@ -2,6 +2,8 @@
 #include "reports/qualification_list.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <iterator>
 
 #include "platform/codepage.h"
@@ -103,16 +105,23 @@ PrintGrid StaffQualificationList::qualification_grid() {
         } else {
             const int year = store::int16_bytes(bytes, L["PK_JAAR"], slot);
             const std::string_view where = store::trimmed_bytes(bytes, L["PK_WAAR"], slot);
-            QString place;
-            place.reserve(qsizetype(where.size()) + 8);
-            cp1252::append(place, where.data(), qsizetype(where.size()));
+            // "institution (year)", the year when there is one, put together in place and
+            // trimmed as text: a blank institution leaves "(year)".
+            std::array<QChar, L["PK_WAAR"].width + 8> place;
+            qsizetype n = 0;
+            for (const char b : where)
+                place[size_t(n++)] = QChar(cp1252::to_char(uchar(b)));
             if (year > 0) {
-                place += QLatin1String(" (");
-                place += QString::number(year);
-                place += u')';
+                char digits[8];
+                const char* end = std::to_chars(digits, digits + sizeof digits, year).ptr;
+                place[size_t(n++)] = u' ';
+                place[size_t(n++)] = u'(';
+                for (const char* d = digits; d < end; ++d)
+                    place[size_t(n++)] = QLatin1Char(*d);
+                place[size_t(n++)] = u')';
             }
             grid.cell(r, 2).text = staff::qualification_name(bytes, additional, slot);
-            grid.cell(r, 3).text = std::move(place).trimmed();
+            grid.cell(r, 3).text = QStringView(place.data(), n).trimmed().toString();
         }
         fit_row_height(grid, r);
     }
