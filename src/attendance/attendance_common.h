@@ -107,6 +107,8 @@ class AttendanceBook {
 
     // The first record whose trimmed post number equals post; 0 when none.
     int find(const QString& post) const;
+    // The same by the post's key.
+    int find_key(quint64 key) const { return first_.value(key, 0); }
     // The same, for a save: a record whose post number starts with ".." is stale and never a
     // match. reach() tells how far the file's scan for this post would have gone.
     int find_live(const QString& post) const;

@@ -2,6 +2,7 @@
 #include "attendance/attendance_reports.h"
 
 #include <QHash>
+#include <QVarLengthArray>
 #include <algorithm>
 
 #include "attendance/leave_totals.h"
@@ -38,7 +39,8 @@ QString weekday_letter(const QDate& date, bool afrikaans) {
 }
 }  // namespace
 
-std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice choice) {
+std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice choice,
+                                        unsigned texts) {
     // The order's key is the post number right aligned in its field, so numbers sort in order
     // as strings. It is taken from the bytes, each ranked as its character sorts, five to a
     // number: comparing two numbers orders them as their texts would.
@@ -65,19 +67,51 @@ std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice cho
         order.emplace_back(key, int(staff.size()));
         StaffMember& m = staff.emplace_back();
         m.record = number;
-        m.post = cp1252::decode(post.data(), qsizetype(post.size()));
-        m.surname = store::trimmed_text(r, A["PA_VAN"]);
-        m.initials = shell::record_initials(r);
-        const std::string_view title = store::trimmed_bytes(r, A["PA_TITEL"]);
-        m.name.reserve(qsizetype(title.size()) + m.initials.size() + m.surname.size() + 2);
-        cp1252::append(m.name, title.data(), qsizetype(title.size()));
-        m.name += u' ';
-        m.name += m.initials;
-        m.name += u' ';
-        m.name += m.surname;
-        m.name = std::move(m.name).simplified();
-        m.persal = store::trimmed_text(r, A["PA_PERSAL"]);
+        m.post_key = AttendanceBook::post_key(post);
         m.admin = admin;
+        if (texts & kStaffPost) {
+            m.post = cp1252::decode(post.data(), qsizetype(post.size()));
+        }
+        if (!(texts & (kStaffName | kStaffParts))) {
+            return;
+        }
+        QVarLengthArray<QChar, 64> initials;
+        shell::record_initials_into(r, initials);
+        const std::string_view surname = store::trimmed_bytes(r, A["PA_VAN"]);
+        if (texts & kStaffParts) {
+            m.surname = cp1252::decode(surname.data(), qsizetype(surname.size()));
+            m.initials = QString(initials.constData(), initials.size());
+            m.persal = store::trimmed_text(r, A["PA_PERSAL"]);
+        }
+        if (texts & kStaffName) {
+            // Title, initials and surname, simplified as text is: runs of white space inside
+            // made one blank, none at the ends.
+            QVarLengthArray<QChar, 128> name;
+            bool blank = false;
+            const auto put = [&](QChar c) {
+                if (c.isSpace()) {
+                    blank = !name.isEmpty();
+                    return;
+                }
+                if (blank) {
+                    name.append(u' ');
+                    blank = false;
+                }
+                name.append(c);
+            };
+            for (const char b : store::trimmed_bytes(r, A["PA_TITEL"])) {
+                put(QChar(cp1252::to_char(uchar(b))));
+            }
+            put(u' ');
+            for (const QChar c : initials) {
+                put(c);
+            }
+            put(u' ');
+            for (const char b : surname) {
+                put(QChar(cp1252::to_char(uchar(b))));
+            }
+            m.name = QString(name.constData(), name.size());
+        }
     });
     // The file's order among equal numbers: the keys carry it as their second half.
     std::sort(order.begin(), order.end());
@@ -139,7 +173,7 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
                 g.afw_grid.cell(row, g.day_col(day)).back_colour = kButtonFace;
             }
         }
-        const int number = book.find(m.post);
+        const int number = book.find_key(m.post_key);
         if (number == 0) {
             continue;
         }
@@ -292,8 +326,8 @@ void AttendanceReports::load_book(AttendanceBook& book) {
 DayGrid AttendanceReports::day_grid(const DayRange& days) {
     AttendanceBook book(s_);
     load_book(book);
-    return build_day_grid(selected_staff(s_, kies_administratief), book, year(), days.first,
-                          days.last, s_.afrikaans);
+    return build_day_grid(selected_staff(s_, kies_administratief, kStaffPost | kStaffName), book,
+                          year(), days.first, days.last, s_.afrikaans);
 }
 
 QString AttendanceReports::month_title() const {
@@ -403,7 +437,7 @@ PrintGrid AttendanceReports::reason_list_grid(const DayRange& days) {
     AttendanceBook book(s_);
     load_book(book);
     const int reasons = int(kode_lys.items.size());
-    const std::vector<StaffMember> staff = selected_staff(s_, kies_administratief);
+    const std::vector<StaffMember> staff = selected_staff(s_, kies_administratief, kStaffParts);
     PrintGrid grid(1 + int(staff.size()), 3 + reasons + 1);
     grid.fixed_rows = 1;
     const auto turned = [](const QString& text) { return reports::kTurnMark + text; };
@@ -422,7 +456,7 @@ PrintGrid AttendanceReports::reason_list_grid(const DayRange& days) {
         std::vector<int> counts(size_t(reasons), 0);
         // Only the reason's number counts here: the letter plays no part, and a stored
         // weekend counts like any other day.
-        if (const int number = book.find(m.post); number != 0) {
+        if (const int number = book.find_key(m.post_key); number != 0) {
             const store::Record& r = book.record(number);
             for (int day = days.first; day <= days.last; ++day) {
                 if (day + 3 <= days.last && no_reason_in_four(r, day)) {
@@ -474,7 +508,7 @@ PrintGrid AttendanceReports::register_grid() {
     PrintGrid grid;
     grid.set_format_string(s_.tr("|HANDTEKENING|^TYD IN |^TYD UIT|<OPMERKING",
                                  "|SIGNATURE|^TIME IN |^TIME OUT|<REMARK"));
-    for (const StaffMember& m : selected_staff(s_, kies_administratief)) {
+    for (const StaffMember& m : selected_staff(s_, kies_administratief, kStaffPost | kStaffName)) {
         grid.add_item(m.post + QStringLiteral("  ") + m.name);
     }
     return grid;
@@ -519,7 +553,8 @@ LeaveTotals AttendanceReports::leave_totals() {
     }
     AttendanceBook book(s_);
     load_book(book);
-    return count_leave(s_, selected_staff(s_, kies_administratief), book, days);
+    return count_leave(s_, selected_staff(s_, kies_administratief, kStaffPost | kStaffName), book,
+                       days);
 }
 
 QString AttendanceReports::leave_totals_title() const {

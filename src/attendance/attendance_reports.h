@@ -37,20 +37,24 @@ inline constexpr int kLeaveTotals = 4;
 // The button-face grey of weekend columns.
 inline constexpr int kButtonFace = 0xF0F0F0;
 
-// A staff member the filter takes.
+// A staff member the filter takes. Only the texts asked for are made.
 struct StaffMember {
-    int record = 0;  // in PRSALG
-    QString post;    // trimmed
-    QString name;    // title, initials and surname
-    QString surname;
+    int record = 0;        // in PRSALG
+    quint64 post_key = 0;  // the post number as the attendance book keys it
+    QString post;          // trimmed
+    QString name;          // title, initials and surname
+    QString surname;       // these three: the parts
     QString initials;
     QString persal;
     bool admin = false;
 };
+// The texts of a staff member a report shows: a report of a thousand people makes no others.
+enum StaffTexts : unsigned { kStaffPost = 1, kStaffName = 2, kStaffParts = 4, kStaffAll = 7 };
 
 // Active staff members with a post number, by the administrative choice, in post number order
 // (the number right aligned in its field, so "9" comes before "10").
-std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice choice);
+std::vector<StaffMember> selected_staff(shell::Session& session, AdminChoice choice,
+                                        unsigned texts = kStaffAll);
 
 // The day grid of a range of days of the ledger year. Row 0 the headings, row 1 the weekday
 // letters, then a row a staff member; column 0 the row number, 1 the post number, 2 the name,

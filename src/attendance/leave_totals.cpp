@@ -110,7 +110,7 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
         p.post = m.post;
         p.name = m.name;
         p.counts.assign(t.reasons.size(), 0);
-        if (const int number = book.find(m.post); number != 0) {
+        if (const int number = book.find_key(m.post_key); number != 0) {
             const store::Record& r = book.record(number);
             for (int day = range.first; day <= range.last; ++day) {
                 if (day + 7 <= range.last) {

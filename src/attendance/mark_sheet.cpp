@@ -208,7 +208,8 @@ void MarkSheet::form_load() {
         s_.open_staff_file(QString::fromLatin1(code));
     }
     std::vector<reports::StaffRangeRow> rows;
-    for (const StaffMember& m : selected_staff(s_, AdminChoice::Included)) {
+    for (const StaffMember& m :
+         selected_staff(s_, AdminChoice::Included, kStaffPost | kStaffParts)) {
         rows.push_back({m.post, m.surname + u' ' + m.initials, m.record});
     }
     range.set_rows(std::move(rows));

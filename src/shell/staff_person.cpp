@@ -20,9 +20,7 @@ bool is_educator(const char* staff) {
     return !(c == "PSS" || c == "PS" || c == "ADMIN");
 }
 
-namespace {
-// The initials of a master record's names, put in out.
-void initials_of(const char* staff, QVarLengthArray<QChar, 64>& out) {
+void record_initials_into(const char* staff, QVarLengthArray<QChar, 64>& out) {
     QVarLengthArray<QChar, 64> names;
     for (const char b : store::trimmed_bytes(staff, store::PRSALG["PA_NAME"])) {
         names.append(QChar(cp1252::to_char(uchar(b))));
@@ -30,6 +28,7 @@ void initials_of(const char* staff, QVarLengthArray<QChar, 64>& out) {
     initials_into(QStringView(names.constData(), names.size()), out);
 }
 
+namespace {
 QChar* put(QChar* p, std::string_view bytes) {
     for (const char b : bytes) {
         *p++ = QChar(cp1252::to_char(uchar(b)));
@@ -40,7 +39,7 @@ QChar* put(QChar* p, std::string_view bytes) {
 
 QString record_initials(const char* staff) {
     QVarLengthArray<QChar, 64> out;
-    initials_of(staff, out);
+    record_initials_into(staff, out);
     return QString(out.constData(), out.size());
 }
 
@@ -48,7 +47,7 @@ QString list_name(const char* staff) {
     // Put together in place and made text in one piece: every list makes one a person.
     const auto& A = store::PRSALG;
     QVarLengthArray<QChar, 64> initials;
-    initials_of(staff, initials);
+    record_initials_into(staff, initials);
     const std::string_view surname = store::trimmed_bytes(staff, A["PA_VAN"]);
     const std::string_view title = store::trimmed_bytes(staff, A["PA_TITEL"]);
     QString out(qsizetype(surname.size() + title.size()) + initials.size() + 2, Qt::Uninitialized);

@@ -3,6 +3,7 @@
 // that names the person at the top of a detail form.
 
 #include <QString>
+#include <QVarLengthArray>
 
 #include "store/record.h"
 
@@ -18,8 +19,9 @@ bool is_educator(const char* staff);
 // trimmed, separated by single blanks. Only these three fields are decoded.
 QString list_name(const char* staff);
 
-// initials() of a master record's names, from its bytes.
+// initials() of a master record's names, from its bytes; or put in a buffer.
 QString record_initials(const char* staff);
+void record_initials_into(const char* staff, QVarLengthArray<QChar, 64>& out);
 
 // Post number, title, initials and surname, each trimmed, separated by single blanks.
 QString staff_heading(const store::Record& staff);

@@ -81,6 +81,27 @@ TEST_F(Reports, StaffAreTakenInPostNumberOrderByTheAdministrativeChoice) {
     EXPECT_EQ(posts(AdminChoice::Included), "9,10,A1");
     EXPECT_EQ(posts(AdminChoice::Only), "A1");
     EXPECT_EQ(posts(AdminChoice::Excluded), "9,10");
+
+    // The name is simplified as text is; a report that asks for fewer texts gets the same ones.
+    add_person(
+        tree.session,
+        {.post = "8", .surname = "DU  TOIT", .names = " JAN\tPIET  (KOOS) ", .title = "\tDR"});
+    const std::vector<StaffMember> all = selected_staff(tree.session, AdminChoice::Included);
+    ASSERT_EQ(all.front().post, "8");
+    EXPECT_EQ(all.front().initials, "J ");  // the bracket goes after the trimming
+    EXPECT_EQ(all.front().name, "DR J DU TOIT");
+    for (const unsigned texts : {unsigned(kStaffParts), kStaffPost | kStaffName}) {
+        const std::vector<StaffMember> some =
+            selected_staff(tree.session, AdminChoice::Included, texts);
+        ASSERT_EQ(some.size(), all.size());
+        for (size_t i = 0; i < all.size(); ++i) {
+            EXPECT_EQ(some[i].post_key, all[i].post_key);
+            EXPECT_EQ(some[i].name, texts & kStaffName ? all[i].name : QString());
+            EXPECT_EQ(
+                some[i].surname + some[i].initials + some[i].persal,
+                texts & kStaffParts ? all[i].surname + all[i].initials + all[i].persal : QString());
+        }
+    }
 }
 
 TEST_F(Reports, MonthlySummaryCountsAbsenceAndLeaveAndTheirReasons) {
