@@ -96,6 +96,9 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
     // Whether eight marks hold a leave letter: a byte equal to one leaves a zero byte in the
     // mark word xor the letter's.
     const auto any_leave = [&](quint64 marks) {
+        if (marks == ones * uchar('.')) {
+            return false;  // eight days without a mark, the most common run by far
+        }
         quint64 found = 0;
         for (const quint64 letter : letter_words) {
             const quint64 x = marks ^ letter;
@@ -105,6 +108,7 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
     };
     static_assert(store::PRSAFW["PF_DAG"].width == 1);
     const int marks_offset = store::PRSAFW["PF_DAG"].element_offset(0);
+    t.people.reserve(staff.size());
     for (const StaffMember& m : staff) {
         LeavePerson p;
         p.post = m.post;
