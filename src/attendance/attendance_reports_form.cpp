@@ -132,7 +132,7 @@ LeaveTotalsForm::LeaveTotalsForm(AttendanceReports& reports, QWidget* parent)
     grid_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     grid_->setSortingEnabled(true);
     grid_->resizeColumnsToContents();
-    // The people take the room; the clicked person's days are a few lines below.
+    // The people take the room; the chosen person's days are a few lines below.
     layout->addWidget(grid_, 3);
     QStringList total_line;
     for (int c = 1; c < g.cols(); ++c) {
@@ -141,7 +141,9 @@ LeaveTotalsForm::LeaveTotalsForm(AttendanceReports& reports, QWidget* parent)
     layout->addWidget(new QLabel(total_line.join(QStringLiteral("  ")), this));
     days_ = new QListWidget(this);
     layout->addWidget(days_, 1);
-    connect(grid_, &QTableWidget::cellClicked, this, [this](int row, int) { show_days(row); });
+    // The days follow the current row, whether it moved by a click or by the arrow keys.
+    connect(grid_, &QTableWidget::currentCellChanged, this,
+            [this](int row, int, int, int) { show_days(row); });
     auto* buttons = new QHBoxLayout;
     auto* print = new QPushButton(reports.session().tr("DRUK", "PRINT"), this);
     connect(print, &QPushButton::clicked, this, [&reports] { reports.print_leave_totals(); });

@@ -2,6 +2,7 @@
 
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTest>
 
 #include "attendance/attendance_reports_form.h"
 #include "attendance/cli_attendance.h"
@@ -32,6 +33,28 @@ TEST_F(ReportsOnDemo, PickAMonthAndPrintTheSummary) {
     const QString printed = device.texts().join(u'\n');
     EXPECT_TRUE(printed.contains("MONTHLY SUMMARY : MARCH " + session.ledger_year));
     EXPECT_TRUE(printed.contains(" 1 ANNUAL LEAVE = "));
+}
+
+// The counted days below the grid follow the current person, moved by the arrow keys as well
+// as by a click: one line a counted day.
+TEST_F(ReportsOnDemo, LeaveDaysFollowThePersonChosenWithTheKeyboard) {
+    reports::RecordingDevice device;
+    reports::PrintJob job(device, dialogs);
+    attendance::AttendanceReports reports(session, job);
+    reports.form_load();
+    attendance::LeaveTotalsForm form(reports);
+    form.show();
+    QTableWidget* grid = form.grid();
+    grid->setFocus();
+    grid->setCurrentCell(0, 1);
+    int with_leave = 0;
+    for (int row = 0; row < grid->rowCount(); ++row) {
+        const int total = grid->item(row, grid->columnCount() - 1)->text().toInt();
+        EXPECT_EQ(form.days()->count(), total) << "row " << row;
+        with_leave += total > 0 ? 1 : 0;
+        QTest::keyClick(grid, Qt::Key_Down);
+    }
+    EXPECT_GT(with_leave, 1);  // the demo's people do take leave
 }
 
 TEST_F(ReportsOnDemo, LeaveTotalsInAfrikaansReadBackFromThePdf) {
