@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 namespace korvel::cp1252 {
 
@@ -24,6 +25,30 @@ unsigned char sort_rank(unsigned char byte) {
         std::array<unsigned char, 256> r{};
         for (int place = 0; place < 256; ++place)
             r[bytes[size_t(place)]] = static_cast<unsigned char>(place);
+        return r;
+    }();
+    return ranks[byte];
+}
+
+unsigned char capital_rank(unsigned char byte) {
+    static const std::array<unsigned char, 256> ranks = [] {
+        std::array<QString, 256> capitals;
+        std::vector<char16_t> order;
+        for (int b = 0; b < 256; ++b) {
+            capitals[size_t(b)] = QString(QChar(to_char(static_cast<unsigned char>(b)))).toUpper();
+            if (capitals[size_t(b)].size() == 1)
+                order.push_back(capitals[size_t(b)].front().unicode());
+        }
+        std::sort(order.begin(), order.end());
+        order.erase(std::unique(order.begin(), order.end()), order.end());
+        std::array<unsigned char, 256> r{};
+        for (int b = 0; b < 256; ++b) {
+            if (capitals[size_t(b)].size() == 1) {
+                const auto at = std::lower_bound(order.begin(), order.end(),
+                                                 capitals[size_t(b)].front().unicode());
+                r[size_t(b)] = static_cast<unsigned char>(1 + (at - order.begin()));
+            }
+        }
         return r;
     }();
     return ranks[byte];

@@ -36,6 +36,10 @@ inline QString decode(const QByteArray& bytes) {
 // The byte's place among all 256 ordered by their characters: texts whose bytes are compared
 // by it order as the decoded texts do, so a sort can key on the bytes without decoding them.
 unsigned char sort_rank(unsigned char byte);
+// The same for the byte's character in capitals, from 1, a letter ranking as its capital: texts
+// compared by it order as their capitals do. 0 when the capital is more than one character
+// ("ß" is "SS"), which no rank can place.
+unsigned char capital_rank(unsigned char byte);
 
 // One byte a character; a character outside Windows-1252 becomes "?".
 QByteArray encode(QStringView text);

@@ -114,4 +114,28 @@ QStringList cell_lines(const QString& text) {
     return out;
 }
 
+bool holds_line_marks(QStringView text) {
+    const auto marks = [](const char16_t* from, const char16_t* to) {
+        return std::any_of(from, to,
+                           [](char16_t c) { return c == u'\n' || c == u'\r' || c == u'~'; });
+    };
+    // Four characters at a time: only a word with one below the blank or from "~" on is looked
+    // at closely. Each test sets the top bit of a character that passes it (and perhaps of one
+    // above it in the word), never of a word that holds none.
+    constexpr quint64 kOnes = 0x0001000100010001ULL;
+    constexpr quint64 kTops = 0x8000800080008000ULL;
+    const char16_t* p = text.utf16();
+    const qsizetype n = text.size();
+    qsizetype i = 0;
+    for (; i + 4 <= n; i += 4) {
+        quint64 w = 0;
+        std::memcpy(&w, p + i, sizeof w);
+        const quint64 below_blank = (w - kOnes * 0x20) & ~w & kTops;
+        const quint64 from_tilde = ((w + kOnes * (0x7FFF - 0x7D)) | w) & kTops;
+        if ((below_blank | from_tilde) != 0 && marks(p + i, p + i + 4))
+            return true;
+    }
+    return marks(p + i, p + n);
+}
+
 }  // namespace korvel::reports

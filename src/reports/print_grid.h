@@ -135,5 +135,8 @@ bool is_turned(const QString& text);
 QString without_turn_mark(const QString& text);
 // The lines of a cell: "~NL~" first, then CR LF (or a lone LF).
 QStringList cell_lines(const QString& text);
+// Whether the text holds a "~", a CR or a LF; without one it is surely one line. Most cells of
+// a list are one line, and this is asked of every one.
+bool holds_line_marks(QStringView text);
 
 }  // namespace korvel::reports

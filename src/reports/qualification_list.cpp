@@ -44,18 +44,20 @@ void StaffQualificationList::load_additional() {
     additional_loaded_ = true;
     open_files({Code::PRSADD});
     const auto& D = store::PRSADD;
+    const size_t count = size_t(std::max(0, s_.count(Code::PRSADD)));
+    additional_.reserve(count);
+    additional_records_.reserve(qsizetype(count) * D.record_length);
     s_.scan_bytes(Code::PRSADD, [&](int, const char* r) {
-        const QString post = store::Store::index_key(store::trimmed_text(r, D["PD_POS_NR"]));
-        if (!post.isEmpty() && !additional_.contains(post)) {
-            additional_.insert(post, additional_records_.size());
+        const std::string_view post = store::trimmed_bytes(r, D["PD_POS_NR"]);
+        if (!post.empty() &&
+            additional_.try_emplace(store::capital_key(post), additional_records_.size()).second)
             additional_records_.append(r, D.record_length);
-        }
     });
 }
 
-const char* StaffQualificationList::additional_of(const QString& post) const {
-    const auto found = additional_.constFind(store::Store::index_key(post));
-    return found == additional_.constEnd() ? nullptr : additional_records_.constData() + *found;
+const char* StaffQualificationList::additional_of(const std::string& key) const {
+    const auto found = additional_.find(key);
+    return found == additional_.end() ? nullptr : additional_records_.constData() + found->second;
 }
 
 PrintGrid StaffQualificationList::qualification_grid() {
@@ -96,9 +98,9 @@ PrintGrid StaffQualificationList::qualification_grid() {
         const auto [number, slot] = lines[i];
         const char* bytes = selected_bytes(number);
         if (slot == 0) {
-            const QString post = selected_post(number);
-            additional = additional_of(post);
-            grid.cell(r, 0).text = post;
+            additional =
+                additional_of(store::capital_key(store::trimmed_bytes(bytes, L["PA_POS_NR"])));
+            grid.cell(r, 0).text = selected_post(number);
             grid.cell(r, 1).text = selected_name(number);
             grid.cell(r, 2).text = store::trimmed_text(bytes, L["PA_ID_NR"]);
             grid.cell(r, 3).text = store::trimmed_text(bytes, L["PA_GESLAG"]);

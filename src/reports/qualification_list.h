@@ -7,6 +7,8 @@
 #include <QHash>
 #include <QString>
 #include <array>
+#include <string>
+#include <unordered_map>
 
 #include "platform/dialogs.h"
 #include "reports/staff_selection.h"
@@ -35,12 +37,12 @@ class StaffQualificationList : public ui::ChildForm, public StaffSelection {
   private:
     void load_additional();
 
-    // The PRSADD record of a post number (any case); nullptr when it has none.
-    const char* additional_of(const QString& post) const;
+    // The PRSADD record of a post number's capital_key; nullptr when it has none.
+    const char* additional_of(const std::string& key) const;
 
     QByteArray additional_records_;  // the PRSADD records, one after the other
-    QHash<QString, qsizetype>
-        additional_;  // the first record of a post number, upper case: its place
+    // The first record of a post number, by its capital_key: its place.
+    std::unordered_map<std::string, qsizetype> additional_;
     bool additional_loaded_ = false;
 };
 

@@ -58,12 +58,23 @@ void StaffSelection::load_selection() {
                                tr("UITGESLUIT", "EXCLUDED")};
 
     open_files({Code::PRSALG});
-    // Sorted by post number in capitals, each made once rather than at every comparison.
-    std::vector<std::pair<QString, StaffListEntry>> by_post;
+    // Sorted by post number in capitals. The order is taken from the bytes, each ranked as its
+    // capital sorts, five to a number; a post number with a capital that is two characters
+    // ("ß") cannot be ranked so, and the list is then sorted on the capitals themselves.
+    static_assert(L["PA_POS_NR"].width <= 7);
+    std::vector<std::pair<quint64, StaffListEntry>> by_post;
+    bool ranked = true;
     read_master([&](int number, const char* r) {
         const std::string_view key = store::trimmed_bytes(r, L["PA_POS_NR"]);
         if (key.empty() || store::trimmed_bytes(r, L["PA_AKTIEF"]) == "D")
             return;
+        quint64 rank = 0;
+        for (int i = 0; i < L["PA_POS_NR"].width; ++i) {
+            const unsigned char c =
+                size_t(i) < key.size() ? cp1252::capital_rank(uchar(key[size_t(i)])) : 0;
+            ranked = ranked && (c != 0 || size_t(i) >= key.size());
+            rank = rank << 8 | c;  // a shorter number first: nothing ranks below its end
+        }
         const QString& post = posts_[size_t(number)];  // made as the record was read
         const QString& name = names_[size_t(number)];
         QString text;
@@ -71,10 +82,16 @@ void StaffSelection::load_selection() {
         text += post;
         text.resize(std::max<qsizetype>(6, post.size()), u' ');  // left justified in six
         text += name;
-        by_post.push_back({post.toUpper(), {post, number, std::move(text)}});
+        by_post.push_back({rank, {post, number, std::move(text)}});
     });
-    std::stable_sort(by_post.begin(), by_post.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    if (ranked) {
+        std::stable_sort(by_post.begin(), by_post.end(),
+                         [](const auto& a, const auto& b) { return a.first < b.first; });
+    } else {
+        std::stable_sort(by_post.begin(), by_post.end(), [](const auto& a, const auto& b) {
+            return a.second.post.toUpper() < b.second.post.toUpper();
+        });
+    }
     prs_lys.clear();
     prs_lys.reserve(by_post.size());
     for (auto& [key, entry] : by_post)
@@ -151,15 +168,10 @@ std::vector<int> StaffSelection::selected_records() {
 
 std::vector<int> StaffSelection::ordered_records() {
     std::vector<int> records = selected_records();
+    // Every record taken was read with the master file, so its name is at hand.
     if (kies_volgorde == StaffOrder::Alphabetic) {
-        std::vector<std::pair<QString, int>> named;
-        named.reserve(records.size());
-        for (int number : records)
-            named.emplace_back(selected_name(number), number);
-        std::stable_sort(named.begin(), named.end(),
-                         [](const auto& a, const auto& b) { return a.first < b.first; });
-        for (size_t i = 0; i < named.size(); ++i)
-            records[i] = named[i].second;
+        std::stable_sort(records.begin(), records.end(),
+                         [&](int a, int b) { return names_[size_t(a)] < names_[size_t(b)]; });
     }
     return records;
 }
@@ -297,11 +309,8 @@ void fit_row_height(PrintGrid& grid, int row) {
     int most = 1;
     for (int c = 0; c < grid.cols(); ++c) {
         const QString& text = grid.cell(row, c).text;
-        // Most cells are one line; only a cell with a break is split to count its lines.
-        const bool breaks = std::any_of(text.cbegin(), text.cend(), [](QChar ch) {
-            return ch == u'\n' || ch == u'\r' || ch == u'~';
-        });
-        if (breaks)
+        // Most cells are one line; only a cell that may break is split to count its lines.
+        if (!text.isEmpty() && holds_line_marks(text))
             most = std::max(most, int(cell_lines(text).size()));
     }
     if (most > 1)

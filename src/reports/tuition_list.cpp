@@ -43,6 +43,7 @@ void TuitionList::load_subjects() {
         return;
     subjects_loaded_ = true;
     open_files({Code::PRSVAK});
+    subjects_.reserve(size_t(std::max(0, s_.count(Code::PRSVAK))));
     // Codes and grades are compared as the bytes they are on disk (the code page maps byte to
     // character one to one), each held as one number, and only the columns shown are made into
     // text.
@@ -63,13 +64,27 @@ void TuitionList::load_subjects() {
     std::array<Bytes, kSlots> codes;
     std::array<std::array<Bytes, kSlots>, kSlots> grades;
     std::array<int, kSlots> grade_count{};
+    // A school's columns repeat (one subject in the same grades for many teachers): each
+    // text is made once and shared, keyed by its code and grades as numbers. A grade is three
+    // bytes at most: with its length it takes half a word.
+    static_assert(V["PV_GRD2"].width <= 3);
+    using Column = std::array<quint64, 2 + kSlots / 2>;
+    struct ColumnHash {
+        size_t operator()(const Column& c) const {
+            quint64 h = 0;
+            for (const quint64 w : c)
+                h = (h ^ w) * 0x9E3779B97F4A7C15ULL;
+            return size_t(h ^ (h >> 32));
+        }
+    };
+    std::unordered_map<Column, QString, ColumnHash> made;
     s_.scan_bytes(Code::PRSVAK, [&](int, const char* bytes) {
-        const std::string_view key = store::trimmed_bytes(bytes, V["PV_POS_NR"]);
-        if (key.empty())
+        const std::string_view post = store::trimmed_bytes(bytes, V["PV_POS_NR"]);
+        if (post.empty())
             return;
-        const QString post = cp1252::decode(key.data(), qsizetype(key.size())).toUpper();
         // A post number found twice: its first record counts.
-        if (subjects_.contains(post))
+        const auto [place, added] = subjects_.try_emplace(store::capital_key(post));
+        if (!added)
             return;
         int n = 0;
         for (int i = kFirstSubject; i <= kLastSubject; ++i) {
@@ -93,30 +108,53 @@ void TuitionList::load_subjects() {
         }
         const int first = int(columns_.size());
         for (int c = 0; c < n; ++c) {
-            // "code : 10 / 11", put together in place and made text in one piece; at most
-            // eight characters of code and ten grades of three with their separators.
-            std::array<char16_t, 8 + 3 + kSlots*(3 + 3)> text;
-            size_t length = 0;
-            const auto put = [&](std::string_view b) {
-                for (const char byte : b)
-                    text[length++] = cp1252::to_char(uchar(byte));
-            };
-            put(codes[size_t(c)].text);
-            put(" : ");
-            for (int g = 0; g < grade_count[size_t(c)]; ++g) {
-                if (g > 0)
-                    put(" / ");
-                put(grades[size_t(c)][size_t(g)].text);
+            const auto& of = grades[size_t(c)];
+            const int count = grade_count[size_t(c)];
+            Column key{codes[size_t(c)].key, codes[size_t(c)].text.size() | quint64(count) << 8};
+            for (int g = 0; g < count; ++g)
+                key[size_t(2 + g / 2)] |= (of[size_t(g)].key << 8 | of[size_t(g)].text.size())
+                                          << (32 * (g % 2));
+            const auto [column, made_now] = made.try_emplace(key);
+            if (made_now) {
+                // "code : 10 / 11", put together in place and made text in one piece; at most
+                // eight characters of code and ten grades of three with their separators.
+                std::array<char16_t, 8 + 3 + kSlots*(3 + 3)> text;
+                size_t length = 0;
+                const auto put = [&](std::string_view b) {
+                    for (const char byte : b)
+                        text[length++] = cp1252::to_char(uchar(byte));
+                };
+                put(codes[size_t(c)].text);
+                put(" : ");
+                for (int g = 0; g < count; ++g) {
+                    if (g > 0)
+                        put(" / ");
+                    put(of[size_t(g)].text);
+                }
+                column->second =
+                    QString(reinterpret_cast<const QChar*>(text.data()), qsizetype(length));
             }
-            columns_.emplace_back(reinterpret_cast<const QChar*>(text.data()), qsizetype(length));
+            columns_.push_back(column->second);
         }
-        subjects_.insert(post, {first, n});
+        place->second = {first, n};
     });
 }
 
 std::span<const QString> TuitionList::subjects_of(const QString& post) {
+    // A character the code page has not is in no stored post number.
+    const QString trimmed = post.trimmed();
+    const QByteArray bytes = cp1252::encode(trimmed);
+    if (cp1252::decode(bytes) != trimmed)
+        return {};
+    return subjects_of_key(store::capital_key(bytes.toStdString()));
+}
+
+std::span<const QString> TuitionList::subjects_of_key(const std::string& key) {
     load_subjects();
-    const auto [first, count] = subjects_.value(store::Store::index_key(post), {0, 0});
+    const auto found = subjects_.find(key);
+    if (found == subjects_.end())
+        return {};
+    const auto [first, count] = found->second;
     return std::span<const QString>(columns_).subspan(size_t(first), size_t(count));
 }
 
@@ -124,14 +162,12 @@ PrintGrid TuitionList::tuition_grid() {
     // The subjects of each person first: the widest row sets the columns; then the cells are
     // written in place.
     const std::vector<int> people = ordered_records();
-    std::vector<QString> posts;
     std::vector<std::span<const QString>> subjects;
-    posts.reserve(people.size());
     subjects.reserve(people.size());
     qsizetype widest = 0;
     for (int number : people) {
-        posts.push_back(selected_post(number));
-        subjects.push_back(subjects_of(posts.back()));
+        const std::string_view post = store::trimmed_bytes(selected_bytes(number), L["PA_POS_NR"]);
+        subjects.push_back(subjects_of_key(store::capital_key(post)));
         widest = std::max(widest, qsizetype(subjects.back().size()));
     }
     QString format = tr(">POS|<PERSONEELLID|<ID-NOMMER", ">PST|<STAFF MEMBER|<ID NUMBER");
@@ -143,7 +179,7 @@ PrintGrid TuitionList::tuition_grid() {
     grid.set_rows(first + int(people.size()));
     for (size_t i = 0; i < people.size(); ++i) {
         const int r = first + int(i);
-        grid.cell(r, 0).text = std::move(posts[i]);
+        grid.cell(r, 0).text = selected_post(people[i]);
         grid.cell(r, 1).text = selected_name(people[i]);
         grid.cell(r, 2).text = store::trimmed_text(selected_bytes(people[i]), L["PA_ID_NR"]);
         for (size_t c = 0; c < subjects[i].size(); ++c)

@@ -5,6 +5,8 @@
 #include <QHash>
 #include <QString>
 #include <span>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/dialogs.h"
@@ -33,9 +35,11 @@ class TuitionList : public ui::ChildForm, public StaffSelection {
 
   private:
     void load_subjects();
+    // Those of a post number's capital_key.
+    std::span<const QString> subjects_of_key(const std::string& key);
 
-    std::vector<QString> columns_;                  // every post's columns, one after another
-    QHash<QString, std::pair<int, int>> subjects_;  // by post number, upper case: first, count
+    std::vector<QString> columns_;  // every post's columns, one after another
+    std::unordered_map<std::string, std::pair<int, int>> subjects_;  // by post: first, count
     bool subjects_loaded_ = false;
 };
 

@@ -4,13 +4,27 @@
 
 #include <QString>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <string_view>
 
 #include "store/layout.h"
 
 namespace korvel::store {
+
+// The high bit of each byte of a word that is neither a blank nor a NUL; the byte at the
+// lowest address is the word's lowest.
+inline std::uint64_t unpadded_bytes(std::uint64_t word) {
+    static_assert(std::endian::native == std::endian::little);
+    constexpr std::uint64_t kLow7 = 0x7F7F7F7F7F7F7F7FULL;
+    constexpr std::uint64_t kHigh = 0x8080808080808080ULL;
+    constexpr std::uint64_t kBlanks = 0x2020202020202020ULL;
+    // High bit set exactly where a byte is not zero, with no carry between bytes.
+    const auto nonzero = [](std::uint64_t v) { return (((v & kLow7) + kLow7) | v) & kHigh; };
+    return nonzero(word) & nonzero(word ^ kBlanks);
+}
 
 // The bytes of a text field whose characters are Record::text(f, index): the blanks and NULs at
 // its end dropped, nothing when it starts with a NUL. Inline, as is the next: the lists call
@@ -21,34 +35,42 @@ inline std::string_view text_bytes(const char* record, const Field& f, int index
         return {};
     }
     int end = f.width;
-    // Most fields are mostly padding: it is passed over eight bytes at a time.
+    if (end < 8) {
+        while (end > 0 && (p[end - 1] == ' ' || p[end - 1] == '\0')) {
+            --end;
+        }
+        return {p, static_cast<std::size_t>(end)};
+    }
+    // Most fields are mostly padding: it is passed over eight bytes at a time, and the last
+    // character is found in the word that holds it. Under eight bytes left, the field's first
+    // eight are read again, those from the end on left out.
     constexpr std::uint64_t kBlanks = 0x2020202020202020ULL;
-    while (end >= 8) {
-        std::uint64_t word = 0;
+    std::uint64_t word = 0;
+    for (; end >= 8; end -= 8) {
         std::memcpy(&word, p + end - 8, sizeof word);
         if (word != kBlanks && word != 0) {
-            break;
+            if (const std::uint64_t kept = unpadded_bytes(word); kept != 0) {
+                return {p,
+                        static_cast<std::size_t>(end - 8 + (63 - std::countl_zero(kept)) / 8 + 1)};
+            }
         }
-        end -= 8;
     }
-    while (end > 0 && (p[end - 1] == ' ' || p[end - 1] == '\0')) {
-        --end;
-    }
-    return {p, static_cast<std::size_t>(end)};
+    std::memcpy(&word, p, sizeof word);
+    const std::uint64_t kept = unpadded_bytes(word) & ((std::uint64_t{1} << (8 * end)) - 1);
+    return {p, kept == 0 ? 0 : static_cast<std::size_t>((63 - std::countl_zero(kept)) / 8 + 1)};
 }
 
-// Whether QString::trimmed takes the character of a byte for white space (tab to carriage
-// return, the blank, the no-break space), found through the same code page as text().
-bool decodes_to_white(unsigned char b);
+// Whether QString::trimmed takes the character of a byte for white space: tab to carriage
+// return, the blank and the no-break space, read through the code page as text() reads it.
+inline constexpr std::array<bool, 256> kWhiteBytes = [] {
+    std::array<bool, 256> w{};
+    for (const int b : {0x09, 0x0A, 0x0B, 0x0C, 0x0D, 0x20, 0xA0}) {
+        w[static_cast<std::size_t>(b)] = true;
+    }
+    return w;
+}();
 inline bool is_white_byte(char c) {
-    static const std::array<bool, 256> white = [] {
-        std::array<bool, 256> w{};
-        for (int b = 0; b < 256; ++b) {
-            w[static_cast<std::size_t>(b)] = decodes_to_white(static_cast<unsigned char>(b));
-        }
-        return w;
-    }();
-    return white[static_cast<unsigned char>(c)];
+    return kWhiteBytes[static_cast<unsigned char>(c)];
 }
 
 // The bytes of a text field whose characters are Record::text(f, index).trimmed().
@@ -65,6 +87,9 @@ inline std::string_view trimmed_bytes(const char* record, const Field& f, int in
     }
     return text.substr(start, end - start);
 }
+// The key of a post number's trimmed bytes: equal for two posts exactly when their texts in
+// capitals are, as the staff index keys them (Store::index_key), without decoding them.
+std::string capital_key(std::string_view trimmed);
 // Those bytes as text: Record::text(f, index).trimmed() of a record's bytes.
 QString trimmed_text(const char* record, const Field& f, int index = 0);
 // A two-byte number as Record::int16 reads it.

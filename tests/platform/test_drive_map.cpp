@@ -149,6 +149,26 @@ TEST(Codepage, SortRankOrdersBytesAsTheirCharacters) {
     }
 }
 
+// capital_rank orders and matches bytes as their characters in capitals do; only a byte whose
+// capital is two characters has none.
+TEST(Codepage, CapitalRankOrdersBytesAsTheirCapitals) {
+    for (int a = 0; a < 256; ++a) {
+        const char x = char(a);
+        const QString ca = korvel::cp1252::decode(&x, 1).toUpper();
+        ASSERT_EQ(korvel::cp1252::capital_rank(uchar(a)) == 0, ca.size() != 1) << a;
+        for (int b = 0; b < 256 && ca.size() == 1; ++b) {
+            const char y = char(b);
+            const QString cb = korvel::cp1252::decode(&y, 1).toUpper();
+            if (cb.size() != 1)
+                continue;
+            const int ra = korvel::cp1252::capital_rank(uchar(a));
+            const int rb = korvel::cp1252::capital_rank(uchar(b));
+            ASSERT_EQ(ra < rb, ca < cb) << a << " " << b;
+            ASSERT_EQ(ra == rb, ca == cb) << a << " " << b;
+        }
+    }
+}
+
 TEST(Codepage, FixedFieldsAreCutAndPadded) {
     char field[6];
     korvel::cp1252::encode_fixed(u"Hoërskool", field, 6);

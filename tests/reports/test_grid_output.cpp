@@ -330,6 +330,30 @@ TEST(GridHelpers, ClipAndMultilineCell) {
     EXPECT_DOUBLE_EQ(d.current_y(), 4);
 }
 
+// holds_line_marks answers as a plain look at every character would: each character up to 0x2FF
+// and a few high ones, at each place of texts one to nine long, among plain letters, letters
+// above "~" and characters of the top half.
+TEST(GridHelpers, HoldsLineMarksMissesNone) {
+    std::vector<char16_t> tried;
+    for (char16_t c = 0; c < 0x300; ++c)
+        tried.push_back(c);
+    for (char16_t c : {0x7FFF, 0x8000, 0x807E, 0xFFFF})
+        tried.push_back(c);
+    for (const char16_t filler : {u'A', u'\u00e9', char16_t(0xFFFF)}) {
+        for (int length = 1; length <= 9; ++length) {
+            for (int at = 0; at < length; ++at) {
+                for (const char16_t c : tried) {
+                    std::u16string text(size_t(length), filler);
+                    text[size_t(at)] = c;
+                    const bool plain = c == u'\n' || c == u'\r' || c == u'~';
+                    ASSERT_EQ(holds_line_marks(QStringView(text)), plain)
+                        << int(filler) << " " << length << " " << at << " " << int(c);
+                }
+            }
+        }
+    }
+}
+
 TEST(GridModel, FormatStringAndRows) {
     PrintGrid grid;
     grid.set_format_string(QStringLiteral("^DATUM|<POSNR|<NAAM|^VERJAARDAG|>BEDRAG"));

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <unordered_map>
 
 #include "platform/codepage.h"
 #include "store/field_bytes.h"
@@ -91,6 +92,8 @@ TEST(Record, TextDropsTheBlanksAndNulsThatPadTheField) {
 
 TEST(Record, TrimmedBytesDecodeAsTheTrimmedText) {
     using namespace std::literals;
+    for (int b = 0; b < 256; ++b)
+        EXPECT_EQ(is_white_byte(char(b)), QChar(korvel::cp1252::to_char(uchar(b))).isSpace()) << b;
     Record r(PRSALG);
     const Field& van = PRSALG["PA_VAN"];
     // Blanks, tabs and no-break spaces at either end; NULs inside or after them; a leading NUL;
@@ -105,6 +108,64 @@ TEST(Record, TrimmedBytesDecodeAsTheTrimmedText) {
         const std::string_view b = trimmed_bytes(r.data(), van);
         EXPECT_EQ(korvel::cp1252::decode(b.data(), qsizetype(b.size())), r.text(van).trimmed())
             << bytes;
+    }
+    // Fields of every width the lists read, their last character at each place, behind it a
+    // mix of blanks and NULs, before it a character or padding: the end is found in whichever
+    // eight-byte word holds it.
+    for (const Field* field : {&PRSALG["PA_GESLAG"], &PRSALG["PA_POS_NR"], &PRSALG["PA_ID_NR"],
+                               &PRSALG["PA_VAN"], &PRSALG["PK_GRDE"]}) {
+        const Field& f = *field;
+        const std::string name(f.name);
+        const int at = f.count > 2 ? 2 : 0;
+        for (int last = -1; last < f.width; ++last) {  // -1: padding only
+            for (const char c : {'X', '\x80', '\xa0', '\t', '\xff'}) {
+                for (const char before : {'A', ' ', '\0'}) {
+                    char* p = r.data() + f.element_offset(at);
+                    for (int i = 0; i < f.width; ++i)
+                        p[i] = i < last ? (i == 0 ? 'S' : before) : (i % 3 == 1 ? '\0' : ' ');
+                    if (last >= 0)
+                        p[last] = c;
+                    // Worked out on the characters: the padding dropped one at a time.
+                    QString expected = r.raw_text(f, at);
+                    while (expected.endsWith(u' ') || expected.endsWith(QChar(0)))
+                        expected.chop(1);
+                    const std::string_view b = text_bytes(r.data(), f, at);
+                    EXPECT_EQ(korvel::cp1252::decode(b.data(), qsizetype(b.size())), expected)
+                        << name << " " << last << " " << int(c) << " " << int(before);
+                    const std::string_view t = trimmed_bytes(r.data(), f, at);
+                    EXPECT_EQ(korvel::cp1252::decode(t.data(), qsizetype(t.size())),
+                              expected.trimmed())
+                        << name << " " << last << " " << int(c) << " " << int(before);
+                }
+            }
+        }
+    }
+}
+
+// Two posts have one capital_key exactly when the staff index takes them for one: over every
+// text of one and two bytes, and the sharp s that is two capitals.
+TEST(Record, CapitalKeyMatchesTheIndexKey) {
+    std::vector<std::string> texts = {"\xdf\xdf\xdf", "SSSSSS", "sSs\xdfS", "12A", "12a"};
+    for (int a = 0; a < 256; ++a) {
+        texts.emplace_back(1, char(a));
+        for (int b = 0; b < 256; ++b)
+            texts.push_back({char(a), char(b)});
+    }
+    std::unordered_map<std::string, QString> index_of_key;
+    QHash<QString, std::string> key_of_index;
+    for (std::string t : texts) {
+        // Keys are made of trimmed bytes.
+        while (!t.empty() && is_white_byte(t.back()))
+            t.pop_back();
+        while (!t.empty() && is_white_byte(t.front()))
+            t.erase(0, 1);
+        const std::string key = capital_key(t);
+        const QString index =
+            Store::index_key(korvel::cp1252::decode(t.data(), qsizetype(t.size())));
+        const auto [at, added] = index_of_key.emplace(key, index);
+        ASSERT_EQ(at->second, index) << t;
+        ASSERT_EQ(key_of_index.value(index, key), key) << t;
+        key_of_index.insert(index, key);
     }
 }
 
