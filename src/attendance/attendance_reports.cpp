@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QVarLengthArray>
 #include <algorithm>
+#include <array>
 
 #include "attendance/leave_totals.h"
 #include "platform/codepage.h"
@@ -160,12 +161,13 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
         weekend[size_t(day - first)] = g.afw_grid.text(1, col) == QStringLiteral("S");
     }
     QHash<quint32, QString> cells;
-    quint32 last_key = ~quint32(0);  // no day's three bytes make it
-    QString last_made;
+    // The days seen last, by a few bits of their key, found without the table's hashing.
+    std::array<std::pair<quint32, QString>, 64> recent;
+    recent.fill({~quint32(0), QString()});  // no day's three bytes make that key
     for (int row = kDayGridFirstRow; row < rows; ++row) {
         const StaffMember& m = staff[size_t(row - kDayGridFirstRow)];
         g.staff.push_back(m.record);
-        g.afw_grid.set_text(row, 0, QString::number(row - 1));
+        g.afw_grid.set_text(row, 0, shell::number_text(row - 1));
         g.afw_grid.set_text(row, 1, m.post.rightJustified(kPostWidth));
         g.afw_grid.set_text(row, 2, m.name);
         for (int day = first; day <= last; ++day) {
@@ -188,8 +190,9 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
                 reinterpret_cast<const uchar*>(r.data() + kReasons.element_offset(day));
             const quint32 key = quint32(*mark_byte) << 16 | quint32(reason_bytes[0]) << 8 |
                                 quint32(reason_bytes[1]);
-            if (key == last_key) {
-                g.afw_grid.cell(row, col).text = last_made;
+            auto& seen = recent[(key * 2654435761U) >> 26];
+            if (seen.first == key) {
+                g.afw_grid.cell(row, col).text = seen.second;
                 continue;
             }
             auto made = cells.constFind(key);
@@ -205,8 +208,7 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
                 const QString text = mark + reason.remove(u'.');
                 made = cells.insert(key, text == kBlankDay ? kBlankDay : text);
             }
-            last_key = key;
-            last_made = *made;
+            seen = {key, *made};
             g.afw_grid.cell(row, col).text = *made;
         }
     }
@@ -357,19 +359,22 @@ PrintGrid AttendanceReports::summary_grid(DayGrid days, std::vector<int>* reason
     };
     // The day grid's cells of one day's bytes share their text, so a cell that shares the one
     // before it is read once.
-    const QChar* last_text = nullptr;
-    qsizetype last_size = -1;
-    std::pair<bool, int> last{false, 0};
+    // The day grid's cells of one day's bytes share their text, so a text is read once: the
+    // texts read are kept by a few bits of where their characters are.
+    struct Read {
+        const QChar* text = nullptr;
+        qsizetype size = -1;
+        std::pair<bool, int> counts{false, 0};
+    };
+    std::array<Read, 64> read{};
     for (int r = kDayGridFirstRow; r < grid.rows(); ++r) {
         int total = 0;
         for (int c = 3; c < cols - 1; ++c) {
             const QString& text = grid.cell(r, c).text;
-            if (text.constData() != last_text || text.size() != last_size) {
-                last_text = text.constData();
-                last_size = text.size();
-                last = read_cell(text);
-            }
-            const auto [counted, reason] = last;
+            Read& known = read[(quintptr(text.constData()) >> 3) % read.size()];
+            if (text.constData() != known.text || text.size() != known.size)
+                known = {text.constData(), text.size(), read_cell(text)};
+            const auto [counted, reason] = known.counts;
             if (!counted) {
                 continue;
             }
@@ -379,7 +384,7 @@ PrintGrid AttendanceReports::summary_grid(DayGrid days, std::vector<int>* reason
                 ++(*reason_counts)[size_t(reason - 1)];
             }
         }
-        grid.set_text(r, cols - 1, QString::number(total));
+        grid.set_text(r, cols - 1, shell::number_text(total));
     }
     return grid;
 }
@@ -475,11 +480,11 @@ PrintGrid AttendanceReports::reason_list_grid(const DayRange& days) {
         int total = 0;
         for (int i = 0; i < reasons; ++i) {
             if (counts[size_t(i)] > 0) {
-                grid.set_text(row, 3 + i, QString::number(counts[size_t(i)]));
+                grid.set_text(row, 3 + i, shell::number_text(counts[size_t(i)]));
                 total += counts[size_t(i)];
             }
         }
-        grid.set_text(row, 3 + reasons, QString::number(total));
+        grid.set_text(row, 3 + reasons, shell::number_text(total));
     }
     return grid;
 }

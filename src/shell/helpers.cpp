@@ -475,6 +475,19 @@ QString proper_name(const QString& text) {
     return out;
 }
 
+QString number_text(int value) {
+    // Row numbers and counts are mostly small: those texts are made once and shared.
+    static const std::array<QString, 1024> small = [] {
+        std::array<QString, 1024> out;
+        for (int n = 0; n < int(out.size()); ++n)
+            out[size_t(n)] = QString::number(n);
+        return out;
+    }();
+    if (value >= 0 && value < int(small.size()))
+        return small[size_t(value)];
+    return QString::number(value);
+}
+
 int number_value(QStringView text) {
     int i = 0;
     const int n = static_cast<int>(text.size());

@@ -38,6 +38,10 @@ QDate text_to_date(const QString& text, const QDate& today = QDate::currentDate(
 QString format_amount(const QString& value);
 QString format_amount(double value);
 
+// A whole number's text as QString::number writes it; a small one is made once and shared, as
+// the lists write one for every row.
+QString number_text(int value);
+
 // The number a text starts with, as the language's Val reads it: blanks skipped (also between
 // digits), an optional sign, then digits; 0 when none, 99999 at most.
 int number_value(QStringView text);

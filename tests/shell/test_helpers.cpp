@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+
 #include <QLocale>
 
 namespace korvel::shell {
@@ -94,6 +96,8 @@ TEST(Numbers, IgnoreTheMachinesRegionalSettings) {
     EXPECT_EQ(format_amount(1250.5), u"1250.50");
     EXPECT_EQ(format_amount(QStringLiteral("1,250.5")), u"1250.50");
     EXPECT_DOUBLE_EQ(larger_number(QStringLiteral("2.5"), QStringLiteral("1")), 2.5);
+    for (const int n : {0, 7, -7, 1023, 1024, 123456789, INT_MIN, INT_MAX})
+        EXPECT_EQ(number_text(n), QString::number(n)) << n;
     QLocale::setDefault(before);
 }
 
