@@ -5,6 +5,7 @@
 #include <QVarLengthArray>
 #include <algorithm>
 #include <array>
+#include <mutex>
 
 #include "attendance/leave_totals.h"
 #include "platform/codepage.h"
@@ -28,12 +29,31 @@ constexpr int kPostWidth = A["PA_POS_NR"].width;
 
 constexpr double kDayColumnWidth = 330;  // twips: three characters of the grid's font
 
-// The text of a day without a mark. Most cells of a month hold it, and as the program's own
-// constant they share it without counting references to it: a count is an atomic operation.
-const QString kBlankDay = QStringLiteral("  ");
-
 // The letters the summary counts: absent and on leave in either language.
 const QString kCountedLetters = QStringLiteral("avo");
+
+// The text of a day in the grid, which follows from its mark and reason bytes alone (the key).
+// Every month holds the same few, so each is made once for the life of the program and handed
+// out as raw data: the thirty thousand cells of a year copy it without counting references,
+// an atomic operation each.
+QString day_text(quint32 key, const store::Record& r, int day) {
+    static std::mutex guard;
+    static auto* const made = new QHash<quint32, QString>;  // never freed: cells point into it
+    const std::lock_guard lock(guard);
+    auto found = made->constFind(key);
+    if (found == made->constEnd()) {
+        QString mark = r.text(kMarks, day);
+        if (mark == QStringLiteral(".") || mark.trimmed().isEmpty()) {
+            mark.clear();
+        }
+        QString reason = r.text(kReasons, day);
+        if (reason == QStringLiteral("..")) {
+            reason = QStringLiteral("  ");
+        }
+        found = made->insert(key, mark + reason.remove(u'.'));
+    }
+    return found->isEmpty() ? QString() : QString::fromRawData(found->constData(), found->size());
+}
 
 QString weekday_letter(const QDate& date, bool afrikaans) {
     return shell::day_name(date.dayOfWeek() % 7 + 1, afrikaans).left(1);
@@ -160,7 +180,6 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
         g.afw_grid.set_text(1, col, weekday_letter(date, afrikaans));
         weekend[size_t(day - first)] = g.afw_grid.text(1, col) == QStringLiteral("S");
     }
-    QHash<quint32, QString> cells;
     // The days seen last, by a few bits of their key, found without the table's hashing.
     std::array<std::pair<quint32, QString>, 64> recent;
     recent.fill({~quint32(0), QString()});  // no day's three bytes make that key
@@ -195,21 +214,8 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
                 g.afw_grid.cell(row, col).text = seen.second;
                 continue;
             }
-            auto made = cells.constFind(key);
-            if (made == cells.constEnd()) {
-                QString mark = r.text(kMarks, day);
-                if (mark == QStringLiteral(".") || mark.trimmed().isEmpty()) {
-                    mark.clear();
-                }
-                QString reason = r.text(kReasons, day);
-                if (reason == QStringLiteral("..")) {
-                    reason = QStringLiteral("  ");
-                }
-                const QString text = mark + reason.remove(u'.');
-                made = cells.insert(key, text == kBlankDay ? kBlankDay : text);
-            }
-            seen = {key, *made};
-            g.afw_grid.cell(row, col).text = *made;
+            seen = {key, day_text(key, r, day)};
+            g.afw_grid.cell(row, col).text = seen.second;
         }
     }
     return g;
