@@ -63,6 +63,7 @@ void StaffSelection::load_selection() {
     // ("ß") cannot be ranked so, and the list is then sorted on the capitals themselves.
     static_assert(L["PA_POS_NR"].width <= 7);
     std::vector<std::pair<quint64, StaffListEntry>> by_post;
+    by_post.reserve(size_t(std::max(0, s_.count(Code::PRSALG))));
     bool ranked = true;
     read_master([&](int number, const char* r) {
         const std::string_view key = store::trimmed_bytes(r, L["PA_POS_NR"]);
@@ -77,11 +78,12 @@ void StaffSelection::load_selection() {
         }
         const QString& post = posts_[size_t(number)];  // made as the record was read
         const QString& name = names_[size_t(number)];
-        QString text;
-        text.reserve(std::max<qsizetype>(6, post.size()) + name.size());
-        text += post;
-        text.resize(std::max<qsizetype>(6, post.size()), u' ');  // left justified in six
-        text += name;
+        // The post number left justified in six, then the name, made in one piece.
+        const qsizetype width = std::max<qsizetype>(6, post.size());
+        QString text(width + name.size(), u' ');
+        QChar* out = text.data();
+        std::copy(post.cbegin(), post.cend(), out);
+        std::copy(name.cbegin(), name.cend(), out + width);
         by_post.push_back({rank, {post, number, std::move(text)}});
     });
     if (ranked) {

@@ -71,9 +71,10 @@ const QualificationType kTypes[] = {
 
 }  // namespace
 
-QStringList qualification_rows(QualificationList list) {
-    // Decoded once: a list is looked up for every qualification of every person printed.
-    static const std::array<QStringList, 3> lists = [] {
+const QStringList& qualification_rows(QualificationList list) {
+    // Decoded once: a list is looked up for every qualification of every person printed. Kept
+    // for the life of the program, so a name can be handed out as raw data.
+    static const auto* const lists = new std::array<QStringList, 3>([] {
         const auto decode = [](const auto& rows) {
             QStringList out;
             for (const char* r : rows) {
@@ -82,8 +83,8 @@ QStringList qualification_rows(QualificationList list) {
             return out;
         };
         return std::array<QStringList, 3>{decode(kProf), decode(kAkad), decode(kDetail)};
-    }();
-    return lists[static_cast<std::size_t>(list)];
+    }());
+    return (*lists)[static_cast<std::size_t>(list)];
 }
 
 std::span<const QualificationType> qualification_types() {
@@ -118,9 +119,14 @@ QString qualification_name(const char* master, const char* additional, int slot)
     if (t == nullptr) {
         return {};
     }
-    const QStringList rows = qualification_rows(t->list);
+    const QStringList& rows = qualification_rows(t->list);
     const int position = additional ? store::int16_bytes(additional, *t->positions, slot) : 0;
-    return position >= 1 && position <= rows.size() ? rows[position - 1] : QString();
+    if (position < 1 || position > rows.size())
+        return {};
+    // The lists live as long as the program: the lists of thousands of people copy a name
+    // without counting references to it.
+    const QString& name = rows[position - 1];
+    return QString::fromRawData(name.constData(), name.size());
 }
 
 }  // namespace korvel::staff

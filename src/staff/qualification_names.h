@@ -14,7 +14,7 @@ namespace korvel::staff {
 
 // The three qualification lists, in English in both languages.
 enum class QualificationList { prof = 0, akad = 1, detail = 2 };
-QStringList qualification_rows(QualificationList list);
+const QStringList& qualification_rows(QualificationList list);
 
 // Each type of qualification: its letter in PK_GRDE, its list, the array of PRSADD that holds
 // its list positions, its word.
