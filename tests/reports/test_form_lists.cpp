@@ -23,6 +23,7 @@ using store::Code;
 using store::PRSADD;
 using store::PRSALG;
 using store::PRSVAK;
+using namespace Qt::StringLiterals;
 
 class FormLists : public ::testing::Test {
   protected:
@@ -87,6 +88,44 @@ TEST_F(FormLists, TuitionJoinsTheGradesOfASubjectAndIsAsWideAsTheWidestRow) {
               QStringList({"PST", "STAFF MEMBER", "ID NUMBER", "SBJ/GRD", "SBJ/GRD"}));
     EXPECT_EQ(row(grid, 1), QStringList({"P1", "ADAMS  ", "", "WISK : 10 / 11", "FISI : 12"}));
     EXPECT_EQ(row(grid, 2), QStringList({"P2", "BOTHA  ", "", "ENG : 8", ""}));
+}
+
+// The list runs as the post numbers' capitals sort, equal ones as they stand in the file; a
+// sharp s sorts as its two capitals. A subject record is found in either case.
+TEST_F(FormLists, TheListRunsByPostNumberInCapitalsAndFindsSubjectsInEitherCase) {
+    const auto posts_of = [&] {
+        TuitionList list(*session, job);
+        list.form_load();
+        QStringList out;
+        for (const StaffListEntry& e : list.prs_lys)
+            out << e.post;
+        return out;
+    };
+    // Written in Latin-1, which is the code page here: "\351" is "é", "\311" "É", "\337" "ß".
+    for (const char* post : {"b2", "B1", "a9", "10", "9", "\3511", "\3110", "A9"}) {
+        staff(post, "X");
+        session->append_record(Code::PRSALG);
+    }
+    EXPECT_EQ(posts_of(),
+              QStringList({"10", "9", "a9", "A9", "B1", "b2", u"\u00c90"_s, u"\u00e91"_s}));
+    for (const char* post : {"ST", "\337", "sr"}) {
+        staff(post, "X");
+        session->append_record(Code::PRSALG);
+    }
+    EXPECT_EQ(posts_of(), QStringList({"10", "9", "a9", "A9", "B1", "b2", "sr", u"\u00df"_s, "ST",
+                                       u"\u00c90"_s, u"\u00e91"_s}));
+
+    subjects("b1", {{"WISK", "10"}});
+    subjects("ss", {{"ENG", "8"}});
+    TuitionList list(*session, job);
+    list.form_load();
+    const PrintGrid grid = list.tuition_grid();
+    QHash<QString, QString> first_subject;
+    for (int r = 1; r < grid.rows(); ++r)
+        first_subject.insert(grid.text(r, 0), grid.cols() > 3 ? grid.text(r, 3) : QString());
+    EXPECT_EQ(first_subject.value("B1"), "WISK : 10");
+    EXPECT_EQ(first_subject.value(u"\u00df"_s), "ENG : 8");
+    EXPECT_EQ(first_subject.value("b2"), "");
 }
 
 TEST_F(FormLists, QualificationsReadAsTheFormReadsThemAndTheTicksLimitTheRows) {
