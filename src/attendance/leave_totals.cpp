@@ -88,10 +88,10 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
     // and are passed over eight at a time.
     constexpr quint64 ones = ~quint64(0) / 255;
     std::array<bool, 256> is_leave{};
-    std::vector<quint64> letter_words;
-    for (QChar c : kLeaveLetters) {
-        is_leave[uchar(c.toLatin1())] = true;
-        letter_words.push_back(ones * uchar(c.toLatin1()));
+    std::array<quint64, kLeaveBytes.size()> letter_words{};
+    for (size_t i = 0; i < kLeaveBytes.size(); ++i) {
+        is_leave[uchar(kLeaveBytes[i])] = true;
+        letter_words[i] = ones * uchar(kLeaveBytes[i]);
     }
     // Whether eight marks hold a leave letter: a byte equal to one leaves a zero byte in the
     // mark word xor the letter's.
@@ -109,11 +109,15 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
     static_assert(store::PRSAFW["PF_DAG"].width == 1);
     const int marks_offset = store::PRSAFW["PF_DAG"].element_offset(0);
     t.people.reserve(staff.size());
+    // A person's days are gathered here first, then kept in one piece of their own.
+    std::vector<LeaveDay> days;
+    const qint64 jan1_day = jan1.toJulianDay();
     for (const StaffMember& m : staff) {
         LeavePerson p;
         p.post = m.post;
         p.name = m.name;
         p.counts.assign(t.reasons.size(), 0);
+        days.clear();
         if (const int number = book.find_key(m.post_key); number != 0) {
             const store::Record& r = book.record(number);
             for (int day = range.first; day <= range.last; ++day) {
@@ -137,9 +141,10 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
                     ++t.column_totals[size_t(col)];
                 }
                 ++p.total;
-                p.days.push_back({jan1.addDays(day - 1), letter, col});
+                days.push_back({QDate::fromJulianDay(jan1_day + day - 1), letter, col});
             }
         }
+        p.days.assign(days.begin(), days.end());
         t.no_reason += p.no_reason;
         t.total += p.total;
         t.people.push_back(std::move(p));

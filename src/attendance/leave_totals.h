@@ -7,6 +7,7 @@
 #include <QDate>
 #include <QString>
 #include <QStringList>
+#include <string_view>
 #include <vector>
 
 #include "attendance/attendance_reports.h"
@@ -15,7 +16,8 @@ namespace korvel::attendance {
 
 // The letters that are leave: absent, absent all day, on leave in either language, and the old
 // form of absent. Late and signed out are not leave.
-inline const QString kLeaveLetters = QStringLiteral("a2vo*");
+inline constexpr std::string_view kLeaveBytes = "a2vo*";
+inline const QString kLeaveLetters = QString::fromLatin1(kLeaveBytes.data(), kLeaveBytes.size());
 
 struct LeaveDay {
     QDate date;

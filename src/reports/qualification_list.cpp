@@ -125,8 +125,8 @@ PrintGrid StaffQualificationList::qualification_grid() {
             grid.cell(r, 2).text = staff::qualification_name(bytes, additional, slot);
             grid.cell(r, 3).text = QStringView(place.data(), n).trimmed().toString();
         }
-        fit_row_height(grid, r);
     }
+    fit_row_heights(grid, first);
     return grid;
 }
 

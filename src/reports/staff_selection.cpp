@@ -303,20 +303,39 @@ void fill_rows(PrintGrid& grid, std::vector<QStringList> rows) {
         const int r = first + int(i);
         for (int c = 0; c < grid.cols() && c < rows[i].size(); ++c)
             grid.cell(r, c).text = std::move(rows[i][c]);
-        fit_row_height(grid, r);
     }
+    fit_row_heights(grid, first);
 }
 
-void fit_row_height(PrintGrid& grid, int row) {
-    int most = 1;
-    for (int c = 0; c < grid.cols(); ++c) {
-        const QString& text = grid.cell(row, c).text;
-        // Most cells are one line; only a cell that may break is split to count its lines.
-        if (!text.isEmpty() && holds_line_marks(text))
-            most = std::max(most, int(cell_lines(text).size()));
+void fit_row_heights(PrintGrid& grid, int first) {
+    // Most cells are one line; only a cell that may break is split to count its lines. Many
+    // cells of a column share their text (a subject, a qualification's name, a gender), so
+    // what a text holds is kept for each column by a few bits of where its characters are:
+    // no text is made or freed here, so the same place is the same text.
+    struct Seen {
+        const QChar* text = nullptr;
+        qsizetype size = -1;
+        int lines = 1;
+    };
+    using Column = std::array<Seen, 128>;
+    std::vector<Column> seen(size_t(std::max(0, grid.cols())));
+    for (int row = first; row < grid.rows(); ++row) {
+        int most = 1;
+        for (int c = 0; c < grid.cols(); ++c) {
+            const QString& text = grid.cell(row, c).text;
+            if (text.isEmpty())
+                continue;
+            Column& column = seen[size_t(c)];
+            Seen& known = column[(quintptr(text.constData()) >> 4) % column.size()];
+            if (known.text != text.constData() || known.size != text.size()) {
+                known = {text.constData(), text.size(),
+                         holds_line_marks(text) ? int(cell_lines(text).size()) : 1};
+            }
+            most = std::max(most, known.lines);
+        }
+        if (most > 1)
+            grid.row(row).height = 200.0 * most + 40;
     }
-    if (most > 1)
-        grid.row(row).height = 200.0 * most + 40;
 }
 
 }  // namespace korvel::reports

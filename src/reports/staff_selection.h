@@ -130,7 +130,7 @@ QString list_title(const QString& report_name);
 // Rows of cells into the grid below its header row; a row of several lines is made taller. The
 // texts are moved into the cells.
 void fill_rows(PrintGrid& grid, std::vector<QStringList> rows);
-// A row made taller when one of its cells holds several lines.
-void fit_row_height(PrintGrid& grid, int row);
+// The rows from first on made taller where one of their cells holds several lines.
+void fit_row_heights(PrintGrid& grid, int first);
 
 }  // namespace korvel::reports

@@ -184,8 +184,8 @@ PrintGrid TuitionList::tuition_grid() {
         grid.cell(r, 2).text = store::trimmed_text(selected_bytes(people[i]), L["PA_ID_NR"]);
         for (size_t c = 0; c < subjects[i].size(); ++c)
             grid.cell(r, 3 + int(c)).text = subjects[i][c];
-        fit_row_height(grid, r);
     }
+    fit_row_heights(grid, first);
     return grid;
 }
 

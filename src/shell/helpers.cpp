@@ -315,13 +315,20 @@ void initials_into(QStringView names, QVarLengthArray<QChar, 64>& out, int keep)
         }
         const QStringView word = names.sliced(at, end - at);
         at = end;
+        // Each word is put after a blank; the blank before the first would be trimmed away,
+        // so it is left out.
+        if (!out.isEmpty()) {
+            out.append(u' ');
+        }
         if (keep == 99) {
             out.append(word.data(), word.size());
             break;
         }
-        out.append(u' ');
-        const QStringView kept = i++ < keep ? word : word.left(1);
-        out.append(kept.data(), kept.size());
+        if (i++ < keep) {
+            out.append(word.data(), word.size());
+        } else {
+            out.append(word.front());
+        }
     }
     // Trimmed as a string is, then without its first "(".
     qsizetype end = out.size();
@@ -333,7 +340,9 @@ void initials_into(QStringView names, QVarLengthArray<QChar, 64>& out, int keep)
         ++start;
     }
     out.resize(end);
-    out.remove(0, start);
+    if (start > 0) {
+        out.remove(0, start);
+    }
     for (qsizetype at = 0; at < out.size(); ++at) {
         if (out[at] == u'(') {
             out.remove(at);

@@ -21,10 +21,10 @@ bool is_educator(const char* staff) {
 }
 
 void record_initials_into(const char* staff, QVarLengthArray<QChar, 64>& out) {
-    QVarLengthArray<QChar, 64> names;
-    for (const char b : store::trimmed_bytes(staff, store::PRSALG["PA_NAME"])) {
-        names.append(QChar(cp1252::to_char(uchar(b))));
-    }
+    const std::string_view bytes = store::trimmed_bytes(staff, store::PRSALG["PA_NAME"]);
+    QVarLengthArray<QChar, 64> names(qsizetype(bytes.size()));
+    std::transform(bytes.begin(), bytes.end(), names.begin(),
+                   [](char b) { return QChar(cp1252::to_char(uchar(b))); });
     initials_into(QStringView(names.constData(), names.size()), out);
 }
 

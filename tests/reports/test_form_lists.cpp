@@ -169,5 +169,22 @@ TEST_F(FormLists, QualificationsReadAsTheFormReadsThemAndTheTicksLimitTheRows) {
     EXPECT_EQ(professional.text(3, 3), "UCT (2001)");
 }
 
+// Rows grow to their tallest cell; a text shared by many cells is looked at once and stands
+// for each of them.
+TEST(FormListRows, GrowToTheirTallestCell) {
+    PrintGrid grid(5, 3);
+    const QString two = QStringLiteral("EEN~NL~TWEE");
+    const QString one = QStringLiteral("EEN");
+    for (int r = 1; r < 5; ++r)
+        grid.set_text(r, 1, r % 2 == 1 ? two : one);
+    grid.set_text(4, 2, QStringLiteral("A\r\nB\nC"));
+    fit_row_heights(grid, 1);
+    EXPECT_EQ(grid.row(0).height, 240);  // above the first row asked for
+    EXPECT_EQ(grid.row(1).height, 440);
+    EXPECT_EQ(grid.row(2).height, 240);
+    EXPECT_EQ(grid.row(3).height, 440);
+    EXPECT_EQ(grid.row(4).height, 640);
+}
+
 }  // namespace
 }  // namespace korvel::reports

@@ -148,6 +148,9 @@ TEST(Initials, FirstLettersAfterTheKeptWords) {
     EXPECT_EQ(initials(QStringLiteral("    ")), QString());
     // The first bracket is removed after trimming.
     EXPECT_EQ(initials(QStringLiteral("(JAN) PIETER")), u" P");
+    // A first word that starts with white space: trimmed away with the blank before it.
+    EXPECT_EQ(initials(QStringLiteral("\tJAN PIETER")), u"P");
+    EXPECT_EQ(initials(QStringLiteral("\u00a0JAN PIETER"), 99), u"JAN");
     EXPECT_EQ(initials(QStringLiteral("PIETER (PIET)")), u"P ");
     EXPECT_EQ(initials(QStringLiteral("(JAN) (PIET)"), 99), u"JAN)");
 }
