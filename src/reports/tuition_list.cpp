@@ -22,6 +22,21 @@ constexpr const auto& V = store::PRSVAK;
 // The teaching subjects of a subject record: elements 1 to 10.
 constexpr int kFirstSubject = 1;
 constexpr int kLastSubject = 10;
+constexpr int kSlots = kLastSubject - kFirstSubject + 1;
+
+// A subject column as numbers: the code's bytes, its length and the number of grades, then the
+// grades two to a word, each with its length. A grade is three bytes at most.
+static_assert(V["PV_GRD2"].width <= 3);
+struct ColumnKey {
+    std::array<quint64, 2 + kSlots / 2> words{};
+    bool operator==(const ColumnKey&) const = default;
+};
+size_t qHash(const ColumnKey& key, size_t seed) {
+    quint64 h = seed;
+    for (const quint64 w : key.words)
+        h = (h ^ w) * 0x9E3779B97F4A7C15ULL;
+    return size_t(h ^ (h >> 32));
+}
 }  // namespace
 
 TuitionList::TuitionList(shell::Session& session, PrintJob& job, PrintTargetHost* host)
@@ -47,7 +62,6 @@ void TuitionList::load_subjects() {
     // Codes and grades are compared as the bytes they are on disk (the code page maps byte to
     // character one to one), each held as one number, and only the columns shown are made into
     // text.
-    constexpr int kSlots = kLastSubject - kFirstSubject + 1;
     static_assert(V["PV_VAK2"].width <= 8 && V["PV_GRD2"].width <= 8);
     struct Bytes {
         std::string_view text;
@@ -65,19 +79,9 @@ void TuitionList::load_subjects() {
     std::array<std::array<Bytes, kSlots>, kSlots> grades;
     std::array<int, kSlots> grade_count{};
     // A school's columns repeat (one subject in the same grades for many teachers): each
-    // text is made once and shared, keyed by its code and grades as numbers. A grade is three
-    // bytes at most: with its length it takes half a word.
-    static_assert(V["PV_GRD2"].width <= 3);
-    using Column = std::array<quint64, 2 + kSlots / 2>;
-    struct ColumnHash {
-        size_t operator()(const Column& c) const {
-            quint64 h = 0;
-            for (const quint64 w : c)
-                h = (h ^ w) * 0x9E3779B97F4A7C15ULL;
-            return size_t(h ^ (h >> 32));
-        }
-    };
-    std::unordered_map<Column, QString, ColumnHash> made;
+    // text is made once, keyed by its code and grades as numbers, and a post's columns are
+    // its texts' places, so no text is counted again for each post that shows it.
+    QHash<ColumnKey, int> made;
     s_.scan_bytes(Code::PRSVAK, [&](int, const char* bytes) {
         const std::string_view post = store::trimmed_bytes(bytes, V["PV_POS_NR"]);
         if (post.empty())
@@ -110,12 +114,13 @@ void TuitionList::load_subjects() {
         for (int c = 0; c < n; ++c) {
             const auto& of = grades[size_t(c)];
             const int count = grade_count[size_t(c)];
-            Column key{codes[size_t(c)].key, codes[size_t(c)].text.size() | quint64(count) << 8};
+            ColumnKey key{
+                {codes[size_t(c)].key, codes[size_t(c)].text.size() | quint64(count) << 8}};
             for (int g = 0; g < count; ++g)
-                key[size_t(2 + g / 2)] |= (of[size_t(g)].key << 8 | of[size_t(g)].text.size())
-                                          << (32 * (g % 2));
-            const auto [column, made_now] = made.try_emplace(key);
-            if (made_now) {
+                key.words[size_t(2 + g / 2)] |= (of[size_t(g)].key << 8 | of[size_t(g)].text.size())
+                                                << (32 * (g % 2));
+            int place = made.value(key, -1);
+            if (place < 0) {
                 // "code : 10 / 11", put together in place and made text in one piece; at most
                 // eight characters of code and ten grades of three with their separators.
                 std::array<char16_t, 8 + 3 + kSlots*(3 + 3)> text;
@@ -131,38 +136,42 @@ void TuitionList::load_subjects() {
                         put(" / ");
                     put(of[size_t(g)].text);
                 }
-                column->second =
-                    QString(reinterpret_cast<const QChar*>(text.data()), qsizetype(length));
+                place = int(texts_.size());
+                texts_.emplace_back(reinterpret_cast<const QChar*>(text.data()), qsizetype(length));
+                made.insert(key, place);
             }
-            columns_.push_back(column->second);
+            columns_.push_back(place);
         }
         place->second = {first, n};
     });
 }
 
-std::span<const QString> TuitionList::subjects_of(const QString& post) {
+QStringList TuitionList::subjects_of(const QString& post) {
     // A character the code page has not is in no stored post number.
     const QString trimmed = post.trimmed();
     const QByteArray bytes = cp1252::encode(trimmed);
     if (cp1252::decode(bytes) != trimmed)
         return {};
-    return subjects_of_key(store::capital_key(bytes.toStdString()));
+    QStringList out;
+    for (const int place : subjects_of_key(store::capital_key(bytes.toStdString())))
+        out << texts_[size_t(place)];
+    return out;
 }
 
-std::span<const QString> TuitionList::subjects_of_key(const std::string& key) {
+std::span<const int> TuitionList::subjects_of_key(const std::string& key) {
     load_subjects();
     const auto found = subjects_.find(key);
     if (found == subjects_.end())
         return {};
     const auto [first, count] = found->second;
-    return std::span<const QString>(columns_).subspan(size_t(first), size_t(count));
+    return std::span<const int>(columns_).subspan(size_t(first), size_t(count));
 }
 
 PrintGrid TuitionList::tuition_grid() {
     // The subjects of each person first: the widest row sets the columns; then the cells are
     // written in place.
     const std::vector<int> people = ordered_records();
-    std::vector<std::span<const QString>> subjects;
+    std::vector<std::span<const int>> subjects;
     subjects.reserve(people.size());
     qsizetype widest = 0;
     for (int number : people) {
@@ -183,7 +192,7 @@ PrintGrid TuitionList::tuition_grid() {
         grid.cell(r, 1).text = selected_name(people[i]);
         grid.cell(r, 2).text = store::trimmed_text(selected_bytes(people[i]), L["PA_ID_NR"]);
         for (size_t c = 0; c < subjects[i].size(); ++c)
-            grid.cell(r, 3 + int(c)).text = subjects[i][c];
+            grid.cell(r, 3 + int(c)).text = texts_[size_t(subjects[i][c])];
     }
     fit_row_heights(grid, first);
     return grid;

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 #include <span>
 #include <string>
 #include <unordered_map>
@@ -31,14 +32,15 @@ class TuitionList : public ui::ChildForm, public StaffSelection {
     PrintGrid tuition_grid();
 
     // The subject columns of a post, in the order of its record: "code : 10 / 11".
-    std::span<const QString> subjects_of(const QString& post);
+    QStringList subjects_of(const QString& post);
 
   private:
     void load_subjects();
-    // Those of a post number's capital_key.
-    std::span<const QString> subjects_of_key(const std::string& key);
+    // Those of a post number's capital_key, as places in texts_.
+    std::span<const int> subjects_of_key(const std::string& key);
 
-    std::vector<QString> columns_;  // every post's columns, one after another
+    std::vector<QString> texts_;  // each column text once
+    std::vector<int> columns_;    // every post's columns, places in texts_, one after another
     std::unordered_map<std::string, std::pair<int, int>> subjects_;  // by post: first, count
     bool subjects_loaded_ = false;
 };
