@@ -8,10 +8,11 @@
 // Mark-up in cell texts: "~~R~~" at the start turns the text, CR LF or "~NL~" break the line,
 // "<PAGE>" breaks the page in block grids, "a¦a" prints two small letters in the corners.
 
+#include <QExplicitlySharedDataPointer>
 #include <QImage>
+#include <QSharedData>
 #include <QString>
 #include <QStringList>
-#include <memory>
 #include <vector>
 
 namespace korvel::reports {
@@ -34,33 +35,37 @@ inline const QString kCornerMark = QStringLiteral("a\u00a6a");
 class CellPicture {
   public:
     CellPicture() = default;
-    CellPicture(const QImage& image)
-        : image_(image.isNull() ? nullptr : std::make_shared<const QImage>(image)) {}
-    bool isNull() const { return image_ == nullptr; }
-    operator const QImage&() const { return image_ ? *image_ : null_image(); }
+    CellPicture(const QImage& image) : image_(image.isNull() ? nullptr : new Shared(image)) {}
+    bool isNull() const { return !image_; }
+    operator const QImage&() const { return image_ ? image_->image : null_image(); }
 
   private:
+    struct Shared : QSharedData {
+        explicit Shared(const QImage& i) : image(i) {}
+        QImage image;
+    };
     static const QImage& null_image() {
         static const QImage none;
         return none;
     }
-    std::shared_ptr<const QImage> image_;
+    QExplicitlySharedDataPointer<Shared> image_;  // one pointer, its count in what it points to
 };
 
-// A grid holds tens of thousands of cells, so a cell is kept small: what few cells use (a size
-// of their own, a picture) costs little when unused. Every cell takes the grid's font name.
+// A cell. The flags are bits, so that a cell takes forty-eight bytes: a month's summary holds
+// thirty-six thousand.
 struct GridCell {
     QString text;
+    CellPicture picture;
     int fore_colour = 0;  // 0x00BBGGRR
     int back_colour = 0;  // 0: none
     float font_size = 0;  // 0: the grid's
     signed char alignment = kAlignNone;
-    bool bold = false;
-    bool italic = false;
-    bool underline = false;
-    bool strikethrough = false;
-    CellPicture picture;
+    bool bold : 1 = false;
+    bool italic : 1 = false;
+    bool underline : 1 = false;
+    bool strikethrough : 1 = false;
 };
+static_assert(sizeof(void*) != 8 || sizeof(GridCell) == 48);
 
 struct GridColumn {
     double width = 960;  // twips; 0 hides the column
