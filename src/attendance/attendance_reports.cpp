@@ -363,24 +363,12 @@ PrintGrid AttendanceReports::summary_grid(DayGrid days, std::vector<int>* reason
         }
         return {true, cell.size() > 1 ? shell::number_value(cell.mid(1)) : 0};
     };
-    // The day grid's cells of one day's bytes share their text, so a cell that shares the one
-    // before it is read once.
-    // The day grid's cells of one day's bytes share their text, so a text is read once: the
-    // texts read are kept by a few bits of where their characters are.
-    struct Read {
-        const QChar* text = nullptr;
-        qsizetype size = -1;
-        std::pair<bool, int> counts{false, 0};
-    };
-    std::array<Read, 64> read{};
+    // The day grid's cells of one day's bytes share their text, so each text is read once.
+    reports::TextMemo<std::pair<bool, int>> read;
     for (int r = kDayGridFirstRow; r < grid.rows(); ++r) {
         int total = 0;
         for (int c = 3; c < cols - 1; ++c) {
-            const QString& text = grid.cell(r, c).text;
-            Read& known = read[(quintptr(text.constData()) >> 3) % read.size()];
-            if (text.constData() != known.text || text.size() != known.size)
-                known = {text.constData(), text.size(), read_cell(text)};
-            const auto [counted, reason] = known.counts;
+            const auto [counted, reason] = read.value(grid.cell(r, c).text, read_cell);
             if (!counted) {
                 continue;
             }

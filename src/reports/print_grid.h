@@ -13,6 +13,8 @@
 #include <QSharedData>
 #include <QString>
 #include <QStringList>
+#include <array>
+#include <cstddef>
 #include <vector>
 
 namespace korvel::reports {
@@ -140,6 +142,29 @@ bool is_turned(const QString& text);
 QString without_turn_mark(const QString& text);
 // The lines of a cell: "~NL~" first, then CR LF (or a lone LF).
 QStringList cell_lines(const QString& text);
+// What a cell's text comes to, remembered by where its characters are, for a walk over a grid
+// that makes and frees no text, so that the same place is the same text: cells sharing a text
+// (a day's mark, a subject, a qualification's name) work it out once.
+template <class Value, std::size_t N = 64>
+class TextMemo {
+  public:
+    template <class Work>
+    const Value& value(const QString& text, Work work) {
+        Slot& slot = slots_[(quintptr(text.constData()) >> 4) % N];
+        if (slot.text != text.constData() || slot.size != text.size())
+            slot = {text.constData(), text.size(), work(text)};
+        return slot.value;
+    }
+
+  private:
+    struct Slot {
+        const QChar* text = nullptr;
+        qsizetype size = -1;
+        Value value{};
+    };
+    std::array<Slot, N> slots_{};
+};
+
 // Whether the text holds a "~", a CR or a LF; without one it is surely one line. Most cells of
 // a list are one line, and this is asked of every one.
 bool holds_line_marks(QStringView text);

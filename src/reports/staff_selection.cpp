@@ -310,28 +310,17 @@ void fill_rows(PrintGrid& grid, std::vector<QStringList> rows) {
 void fit_row_heights(PrintGrid& grid, int first) {
     // Most cells are one line; only a cell that may break is split to count its lines. Many
     // cells of a column share their text (a subject, a qualification's name, a gender), so
-    // what a text holds is kept for each column by a few bits of where its characters are:
-    // no text is made or freed here, so the same place is the same text.
-    struct Seen {
-        const QChar* text = nullptr;
-        qsizetype size = -1;
-        int lines = 1;
+    // each column remembers what its texts hold.
+    const auto lines = [](const QString& text) {
+        return holds_line_marks(text) ? int(cell_lines(text).size()) : 1;
     };
-    using Column = std::array<Seen, 128>;
-    std::vector<Column> seen(size_t(std::max(0, grid.cols())));
+    std::vector<TextMemo<int, 128>> seen(size_t(std::max(0, grid.cols())));
     for (int row = first; row < grid.rows(); ++row) {
         int most = 1;
         for (int c = 0; c < grid.cols(); ++c) {
             const QString& text = grid.cell(row, c).text;
-            if (text.isEmpty())
-                continue;
-            Column& column = seen[size_t(c)];
-            Seen& known = column[(quintptr(text.constData()) >> 4) % column.size()];
-            if (known.text != text.constData() || known.size != text.size()) {
-                known = {text.constData(), text.size(),
-                         holds_line_marks(text) ? int(cell_lines(text).size()) : 1};
-            }
-            most = std::max(most, known.lines);
+            if (!text.isEmpty())
+                most = std::max(most, seen[size_t(c)].value(text, lines));
         }
         if (most > 1)
             grid.row(row).height = 200.0 * most + 40;
