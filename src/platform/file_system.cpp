@@ -63,6 +63,27 @@ bool FileSystem::file_exists(const QString& path) const {
     return !n.isEmpty() && QFileInfo(n).isFile();
 }
 
+namespace {
+// The native path of a name this program spells one way: the folder's native path and the
+// name as it stands. Blank when the folder has no native path.
+QString native_own(const FileSystem& fs, const QString& path) {
+    const QString clean = winpath::normalise(path);
+    const QString folder = winpath::parent_of(clean);
+    const QString n = folder.isEmpty() ? QString() : fs.native(folder);
+    return n.isEmpty() ? QString() : n + u'/' + winpath::name_of(clean);
+}
+}  // namespace
+
+bool FileSystem::own_file_exists(const QString& path) const {
+    const QString n = native_own(*this, path);
+    return !n.isEmpty() && QFileInfo(n).isFile();
+}
+
+bool FileSystem::own_folder_exists(const QString& path) const {
+    const QString n = native_own(*this, path);
+    return !n.isEmpty() && QFileInfo(n).isDir();
+}
+
 qint64 FileSystem::file_size(const QString& path) const {
     const QString n = native(path);
     const QFileInfo info(n);

@@ -50,6 +50,12 @@ class FileSystem {
     bool drive_exists(const QString& drive) const { return drives_.drive_exists(drive); }
     bool folder_exists(const QString& path) const;
     bool file_exists(const QString& path) const;
+    // Whether a file or folder that only this program makes, and always spells the same way,
+    // is there. Its folder is found in any case, as above, but its own name is looked for only
+    // as it is spelt: that spares listing the folder, which each opening of a file would
+    // otherwise do to look for the marks a year-end cut short leaves.
+    bool own_file_exists(const QString& path) const;
+    bool own_folder_exists(const QString& path) const;
     qint64 file_size(const QString& path) const;  // -1 when missing
     std::optional<QDateTime> last_modified(const QString& path) const;
 

@@ -176,8 +176,8 @@ void settle_folder_switch(const platform::FileSystem& fs, const QString& folder)
         return;
     }
     const SwitchPaths here = switch_paths(folder);
-    const bool journal = fs.file_exists(here.journal);
-    if (!journal && !fs.folder_exists(here.staging)) {
+    const bool journal = fs.own_file_exists(here.journal);
+    if (!journal && !fs.own_folder_exists(here.staging)) {
         return;
     }
     std::unique_ptr<platform::HeldLock> lock;

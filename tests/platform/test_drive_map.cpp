@@ -108,6 +108,21 @@ TEST(DriveMap, FindsExistingNamesWhateverTheirCase) {
               tmp.path() + "/VESPARINE/Staff/P2026/prs_alg_random.new");
 }
 
+TEST(FileSystem, OwnNamesAreFoundInAFolderOfAnyCase) {
+    QTemporaryDir tmp;
+    ASSERT_TRUE(QDir(tmp.path()).mkpath("VESPARINE/Staff/~yearend.new"));
+    QFile f(tmp.path() + "/VESPARINE/Staff/~yearend.switch");
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.close();
+    FileSystem fs(DriveMap::explicit_map({{"F:", tmp.path()}}));
+    EXPECT_TRUE(fs.own_file_exists("F:\\VESPARINE\\STAFF\\~yearend.switch"));
+    EXPECT_TRUE(fs.own_folder_exists("F:\\VESPARINE\\STAFF\\~yearend.new"));
+    EXPECT_FALSE(fs.own_file_exists("F:\\VESPARINE\\STAFF\\~yearend.new"));
+    EXPECT_FALSE(fs.own_folder_exists("F:\\VESPARINE\\STAFF\\P2026\\~yearend.new"));
+    EXPECT_FALSE(fs.own_file_exists("G:\\VESPARINE\\~yearend.switch"));
+    EXPECT_FALSE(fs.own_file_exists("F:\\VESPARINE\\..\\..\\~yearend.switch"));
+}
+
 TEST(FileSystem, CreateCopyReplace) {
     QTemporaryDir tmp;
     FileSystem fs(DriveMap::explicit_map({{"F:", tmp.path()}}));
