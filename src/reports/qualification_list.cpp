@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstring>
 #include <iterator>
 
 #include "platform/codepage.h"
@@ -93,6 +94,7 @@ PrintGrid StaffQualificationList::qualification_grid() {
     const int first = grid.rows();
     grid.set_rows(first + int(lines.size()));
     const char* additional = nullptr;
+    store::RecentTexts<> places;
     for (size_t i = 0; i < lines.size(); ++i) {
         const int r = first + int(i);
         const auto [number, slot] = lines[i];
@@ -105,25 +107,33 @@ PrintGrid StaffQualificationList::qualification_grid() {
             grid.cell(r, 2).text = store::trimmed_text(bytes, L["PA_ID_NR"]);
             grid.cell(r, 3).text = store::trimmed_text(bytes, L["PA_GESLAG"]);
         } else {
-            const int year = store::int16_bytes(bytes, L["PK_JAAR"], slot);
-            const std::string_view where = store::trimmed_bytes(bytes, L["PK_WAAR"], slot);
-            // "institution (year)", the year when there is one, put together in place and
-            // trimmed as text: a blank institution leaves "(year)".
-            std::array<QChar, L["PK_WAAR"].width + 8> place;
-            qsizetype n = 0;
-            for (const char b : where)
-                place[size_t(n++)] = QChar(cp1252::to_char(uchar(b)));
-            if (year > 0) {
-                char digits[8];
-                const char* end = std::to_chars(digits, digits + sizeof digits, year).ptr;
-                place[size_t(n++)] = u' ';
-                place[size_t(n++)] = u'(';
-                for (const char* d = digits; d < end; ++d)
-                    place[size_t(n++)] = QLatin1Char(*d);
-                place[size_t(n++)] = u')';
-            }
             grid.cell(r, 2).text = staff::qualification_name(bytes, additional, slot);
-            grid.cell(r, 3).text = QStringView(place.data(), n).trimmed().toString();
+            const std::int16_t year = store::int16_bytes(bytes, L["PK_JAAR"], slot);
+            const std::string_view where = store::trimmed_bytes(bytes, L["PK_WAAR"], slot);
+            // An institution and year recur from person to person: the text is made from
+            // their bytes once.
+            std::array<char, L["PK_WAAR"].width + sizeof(std::int16_t)> key;
+            std::copy(where.begin(), where.end(), key.begin());
+            std::memcpy(key.data() + where.size(), &year, sizeof year);
+            const auto make = [&] {
+                // "institution (year)", the year when there is one, put together in place and
+                // trimmed as text: a blank institution leaves "(year)".
+                std::array<QChar, L["PK_WAAR"].width + 8> place;
+                qsizetype n = 0;
+                for (const char b : where)
+                    place[size_t(n++)] = QChar(cp1252::to_char(uchar(b)));
+                if (year > 0) {
+                    char digits[8];
+                    const char* end = std::to_chars(digits, digits + sizeof digits, year).ptr;
+                    place[size_t(n++)] = u' ';
+                    place[size_t(n++)] = u'(';
+                    for (const char* d = digits; d < end; ++d)
+                        place[size_t(n++)] = QLatin1Char(*d);
+                    place[size_t(n++)] = u')';
+                }
+                return QStringView(place.data(), n).trimmed().toString();
+            };
+            grid.cell(r, 3).text = places.text({key.data(), where.size() + sizeof year}, make);
         }
     }
     fit_row_heights(grid, first);

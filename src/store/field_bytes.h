@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -97,5 +98,32 @@ inline std::int16_t int16_bytes(const char* record, const Field& f, int index = 
     const auto* p = reinterpret_cast<const unsigned char*>(record + f.element_offset(index));
     return static_cast<std::int16_t>(static_cast<std::uint16_t>(p[0] | (p[1] << 8)));
 }
+
+// Texts that repeat from record to record (an institution and its year): the last few made
+// are kept by the bytes they were made from and handed out again, so a list of thousands of
+// rows makes a string only where its text changes, and its cells share the rest.
+template <std::size_t N = 64>
+class RecentTexts {
+  public:
+    template <class Make>
+    const QString& text(std::string_view key, Make make) {
+        const std::size_t hash = std::hash<std::string_view>{}(key);
+        Slot& slot = slots_[hash % N];
+        if (slot.hash != hash || slot.key != key) {
+            slot.hash = hash;
+            slot.key.assign(key);
+            slot.text = make();
+        }
+        return slot.text;
+    }
+
+  private:
+    struct Slot {
+        std::size_t hash = 0;
+        std::string key;
+        QString text;
+    };
+    std::array<Slot, N> slots_{};
+};
 
 }  // namespace korvel::store

@@ -169,6 +169,26 @@ TEST(Record, CapitalKeyMatchesTheIndexKey) {
     }
 }
 
+// Keys that share a slot, or differ only in a trailing NUL, still get their own text, however
+// often they come back; a key asked again at once is not made again.
+TEST(Record, RecentTextsHandEachKeyItsOwnText) {
+    RecentTexts<4> texts;
+    int made = 0;
+    for (int round = 0; round < 3; ++round) {
+        for (int i = 0; i < 40; ++i) {
+            const std::string key = std::to_string(i % 20) + std::string(size_t(i / 20), '\0');
+            for (int again = 0; again < 2; ++again) {
+                const QString& text = texts.text(key, [&] {
+                    ++made;
+                    return QString::number(i);
+                });
+                ASSERT_EQ(text, QString::number(i)) << i;
+            }
+        }
+    }
+    EXPECT_EQ(made, 3 * 40);
+}
+
 TEST(Record, Int16OverflowLeavesTheFieldAlone) {
     Record r(PRSALG);
     const Field& salary = PRSALG["PB_SALARIS"];
