@@ -12,6 +12,7 @@
 
 #include "platform/dialogs.h"
 #include "reports/staff_selection.h"
+#include "store/field_bytes.h"
 
 namespace korvel::reports {
 
@@ -42,7 +43,7 @@ class StaffQualificationList : public ui::ChildForm, public StaffSelection {
 
     QByteArray additional_records_;  // the PRSADD records, one after the other
     // The first record of a post number, by its capital_key: its place.
-    std::unordered_map<std::string, qsizetype> additional_;
+    std::unordered_map<std::string, qsizetype, store::ShortTextHash> additional_;
     bool additional_loaded_ = false;
 };
 

@@ -70,9 +70,16 @@ void TuitionList::load_subjects() {
             return key == o.key && text.size() == o.text.size();
         }
     };
+    // A code or grade is read as the word it starts: its record goes on well past it, and the
+    // bytes after its end are masked off.
+    static_assert(
+        V["PV_VAK2"].element_offset(kLastSubject) + V["PV_VAK2"].width + 8 <= V.record_length &&
+        V["PV_GRD2"].element_offset(kLastSubject) + V["PV_GRD2"].width + 8 <= V.record_length);
     const auto bytes_of = [](std::string_view b) {
         Bytes out{b, 0};
-        std::memcpy(&out.key, b.data(), b.size());
+        std::memcpy(&out.key, b.data(), sizeof out.key);
+        if (b.size() < sizeof out.key)
+            out.key &= (quint64{1} << (8 * b.size())) - 1;
         return out;
     };
     std::array<Bytes, kSlots> codes;

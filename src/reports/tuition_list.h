@@ -12,6 +12,7 @@
 
 #include "platform/dialogs.h"
 #include "reports/staff_selection.h"
+#include "store/field_bytes.h"
 
 namespace korvel::reports {
 
@@ -41,7 +42,8 @@ class TuitionList : public ui::ChildForm, public StaffSelection {
 
     std::vector<QString> texts_;  // each column text once
     std::vector<int> columns_;    // every post's columns, places in texts_, one after another
-    std::unordered_map<std::string, std::pair<int, int>> subjects_;  // by post: first, count
+    std::unordered_map<std::string, std::pair<int, int>, store::ShortTextHash>
+        subjects_;  // by post: first, count
     bool subjects_loaded_ = false;
 };
 
