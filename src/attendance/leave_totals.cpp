@@ -1,6 +1,7 @@
 #include "attendance/leave_totals.h"
 
 #include <QSet>
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -86,23 +87,26 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
     const QDate jan1(year, 1, 1);
     // The letters by byte, and each repeated over a word: most days of a year hold no leave,
     // and are passed over eight at a time.
-    constexpr quint64 ones = ~quint64(0) / 255;
+    constexpr quint64 kOnes = ~quint64(0) / 255;
+    constexpr quint64 kNothing = kOnes * uchar('.');  // eight days without a mark
+    static constexpr auto kLetterWords = [] {
+        std::array<quint64, kLeaveBytes.size()> words{};
+        for (size_t i = 0; i < kLeaveBytes.size(); ++i) {
+            words[i] = kOnes * uchar(kLeaveBytes[i]);
+        }
+        return words;
+    }();
     std::array<bool, 256> is_leave{};
-    std::array<quint64, kLeaveBytes.size()> letter_words{};
-    for (size_t i = 0; i < kLeaveBytes.size(); ++i) {
-        is_leave[uchar(kLeaveBytes[i])] = true;
-        letter_words[i] = ones * uchar(kLeaveBytes[i]);
+    for (const char letter : kLeaveBytes) {
+        is_leave[uchar(letter)] = true;
     }
     // Whether eight marks hold a leave letter: a byte equal to one leaves a zero byte in the
     // mark word xor the letter's.
-    const auto any_leave = [&](quint64 marks) {
-        if (marks == ones * uchar('.')) {
-            return false;  // eight days without a mark, the most common run by far
-        }
+    const auto any_leave = [](quint64 marks) {
         quint64 found = 0;
-        for (const quint64 letter : letter_words) {
+        for (const quint64 letter : kLetterWords) {
             const quint64 x = marks ^ letter;
-            found |= (x - ones) & ~x & ones * 128;
+            found |= (x - kOnes) & ~x & kOnes * 128;
         }
         return found != 0;
     };
@@ -120,28 +124,33 @@ LeaveTotals count_leave(shell::Session& session, const std::vector<StaffMember>&
         days.clear();
         if (const int number = book.find_key(m.post_key); number != 0) {
             const store::Record& r = book.record(number);
-            for (int day = range.first; day <= range.last; ++day) {
-                if (day + 7 <= range.last) {
+            // Eight days at a time: a word without a leave letter is passed over whole, one
+            // with a letter has each of its days looked at.
+            for (int day = range.first; day <= range.last;) {
+                const int last = std::min(day + 7, range.last);
+                if (last == day + 7) {
                     quint64 marks = 0;
                     std::memcpy(&marks, r.data() + marks_offset + day, 8);
-                    if (!any_leave(marks)) {
-                        day += 7;
+                    if (marks == kNothing || !any_leave(marks)) {
+                        day += 8;
                         continue;
                     }
                 }
-                const char letter = stored_mark(r, day);
-                if (!is_leave[uchar(letter)] || !school[size_t(day)]) {
-                    continue;
+                for (; day <= last; ++day) {
+                    const char letter = stored_mark(r, day);
+                    if (!is_leave[uchar(letter)] || !school[size_t(day)]) {
+                        continue;
+                    }
+                    const int col = column_of[size_t(stored_reason(r, day))];
+                    if (col < 0) {
+                        ++p.no_reason;
+                    } else {
+                        ++p.counts[size_t(col)];
+                        ++t.column_totals[size_t(col)];
+                    }
+                    ++p.total;
+                    days.push_back({QDate::fromJulianDay(jan1_day + day - 1), letter, col});
                 }
-                const int col = column_of[size_t(stored_reason(r, day))];
-                if (col < 0) {
-                    ++p.no_reason;
-                } else {
-                    ++p.counts[size_t(col)];
-                    ++t.column_totals[size_t(col)];
-                }
-                ++p.total;
-                days.push_back({QDate::fromJulianDay(jan1_day + day - 1), letter, col});
             }
         }
         p.days.assign(days.begin(), days.end());
