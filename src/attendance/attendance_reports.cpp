@@ -210,12 +210,10 @@ DayGrid build_day_grid(const std::vector<StaffMember>& staff, const AttendanceBo
             const quint32 key = quint32(*mark_byte) << 16 | quint32(reason_bytes[0]) << 8 |
                                 quint32(reason_bytes[1]);
             auto& seen = recent[(key * 2654435761U) >> 26];
-            if (seen.first == key) {
-                g.afw_grid.cell(row, col).text = seen.second;
-                continue;
+            if (seen.first != key) {
+                seen = {key, day_text(key, r, day)};
             }
-            seen = {key, day_text(key, r, day)};
-            g.afw_grid.cell(row, col).text = seen.second;
+            g.afw_grid.cell(row, col).share_text(seen.second);
         }
     }
     return g;

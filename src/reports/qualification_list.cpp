@@ -133,7 +133,7 @@ PrintGrid StaffQualificationList::qualification_grid() {
                 }
                 return QStringView(place.data(), n).trimmed().toString();
             };
-            grid.cell(r, 3).text = places.text({key.data(), where.size() + sizeof year}, make);
+            grid.cell(r, 3).share_text(places.text({key.data(), where.size() + sizeof year}, make));
         }
     }
     fit_row_heights(grid, first);

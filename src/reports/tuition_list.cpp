@@ -199,7 +199,7 @@ PrintGrid TuitionList::tuition_grid() {
         grid.cell(r, 1).text = selected_name(people[i]);
         grid.cell(r, 2).text = store::trimmed_text(selected_bytes(people[i]), L["PA_ID_NR"]);
         for (size_t c = 0; c < subjects[i].size(); ++c)
-            grid.cell(r, 3 + int(c)).text = texts_[size_t(subjects[i][c])];
+            grid.cell(r, 3 + int(c)).share_text(texts_[size_t(subjects[i][c])]);
     }
     fit_row_heights(grid, first);
     return grid;
