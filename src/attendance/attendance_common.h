@@ -70,8 +70,11 @@ inline int stored_reason(const store::Record& attendance, int day) {
 inline bool no_reason_in_four(const store::Record& attendance, int day) {
     quint64 x = 0;
     std::memcpy(&x, attendance.data() + store::PRSAFW["PF_REDE"].element_offset(day), 8);
-    // A byte between '0' and '9' sets its top bit here; bytes of 128 and over never do.
     constexpr quint64 ones = ~quint64(0) / 255;
+    if (x == ones * uchar('.')) {
+        return true;  // four days as a new record holds them, the most common by far
+    }
+    // A byte between '0' and '9' sets its top bit here; bytes of 128 and over never do.
     const quint64 low = x & ones * 127;
     const quint64 digits =
         (ones * (127 + '9' + 1) - low) & ~x & (low + ones * (127 - ('0' - 1))) & ones * 128;

@@ -455,14 +455,19 @@ PrintGrid AttendanceReports::reason_list_grid(const DayRange& days) {
         // weekend counts like any other day.
         if (const int number = book.find_key(m.post_key); number != 0) {
             const store::Record& r = book.record(number);
-            for (int day = days.first; day <= days.last; ++day) {
-                if (day + 3 <= days.last && no_reason_in_four(r, day)) {
-                    day += 3;
+            // Four days at a time: four without a digit are passed over whole, four with one
+            // have each day looked at.
+            for (int day = days.first; day <= days.last;) {
+                const int last = std::min(day + 3, days.last);
+                if (last == day + 3 && no_reason_in_four(r, day)) {
+                    day += 4;
                     continue;
                 }
-                const int reason = stored_reason(r, day);
-                if (reason >= 1 && reason <= reasons) {
-                    ++counts[size_t(reason - 1)];
+                for (; day <= last; ++day) {
+                    const int reason = stored_reason(r, day);
+                    if (reason >= 1 && reason <= reasons) {
+                        ++counts[size_t(reason - 1)];
+                    }
                 }
             }
         }

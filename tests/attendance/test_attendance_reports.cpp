@@ -187,6 +187,23 @@ TEST_F(Reports, ReasonListCountsByNumberWhateverTheLetterAndFollowsARemovedReaso
     EXPECT_EQ(grid.text(row_of(grid, "ZULU"), 3 + 2), "2");
 }
 
+// Days without a reason are passed over four at a time: a lone reason, in each way it is
+// written, at each place of a range that ends inside such a run, counts there and only there.
+TEST_F(Reports, ReasonListFindsALoneReasonWhereverItFalls) {
+    auto form = open_form();
+    const DayRange range = day_range(QDate(2026, 3, 2), QDate(2026, 3, 12), 2026);
+    for (int day = 1; day <= 13; ++day) {
+        for (const char* reason : {" 3", "3 ", "03", "..", "x3"}) {
+            tree.set_day("10", march(day), "a", QString::fromLatin1(reason));
+            const PrintGrid grid = form->reason_list_grid(range);
+            const bool counted = day >= 2 && day <= 12 && reason[0] != '.' && reason[0] != 'x';
+            EXPECT_EQ(grid.text(row_of(grid, "ZULU"), grid.cols() - 1), counted ? "1" : "0")
+                << "March " << day << " \"" << reason << "\"";
+        }
+        tree.set_day("10", march(day), ".", "..");
+    }
+}
+
 TEST_F(Reports, DateRangesKeepToTheLedgerYear) {
     const DayRange leap = day_range(QDate(2024, 12, 30), QDate(2025, 1, 2), 2024);
     EXPECT_EQ(leap.first, 365);
