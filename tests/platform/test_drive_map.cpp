@@ -87,12 +87,18 @@ TEST(DriveMap, DefaultRootServesEveryDrive) {
     EXPECT_EQ(m.native_path("\\\\SRV\\S\\X"), "/home/u/.local/share/korvel/drives/UNC/SRV/S/X");
 }
 
+namespace {
+// An empty file at a path below the folder, its folders made.
+bool make_empty_file(const QTemporaryDir& tmp, const QString& path) {
+    const QString full = tmp.path() + u'/' + path;
+    QFile f(full);
+    return QDir().mkpath(full.left(full.lastIndexOf(u'/'))) && f.open(QIODevice::WriteOnly);
+}
+}  // namespace
+
 TEST(DriveMap, FindsExistingNamesWhateverTheirCase) {
     QTemporaryDir tmp;
-    ASSERT_TRUE(QDir(tmp.path()).mkpath("VESPARINE/Staff/P2026"));
-    QFile f(tmp.path() + "/VESPARINE/Staff/P2026/PRS_ALG_RANDOM.TXT");
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.close();
+    ASSERT_TRUE(make_empty_file(tmp, "VESPARINE/Staff/P2026/PRS_ALG_RANDOM.TXT"));
     DriveMap m = DriveMap::explicit_map({{"F:", tmp.path()}});
     EXPECT_EQ(m.native_path("F:\\VESPARINE\\STAFF\\P2026\\prs_alg_random.txt"),
               tmp.path() + "/VESPARINE/Staff/P2026/PRS_ALG_RANDOM.TXT");
@@ -111,9 +117,7 @@ TEST(DriveMap, FindsExistingNamesWhateverTheirCase) {
 TEST(FileSystem, OwnNamesAreFoundInAFolderOfAnyCase) {
     QTemporaryDir tmp;
     ASSERT_TRUE(QDir(tmp.path()).mkpath("VESPARINE/Staff/~yearend.new"));
-    QFile f(tmp.path() + "/VESPARINE/Staff/~yearend.switch");
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.close();
+    ASSERT_TRUE(make_empty_file(tmp, "VESPARINE/Staff/~yearend.switch"));
     FileSystem fs(DriveMap::explicit_map({{"F:", tmp.path()}}));
     EXPECT_TRUE(fs.own_file_exists("F:\\VESPARINE\\STAFF\\~yearend.switch"));
     EXPECT_TRUE(fs.own_folder_exists("F:\\VESPARINE\\STAFF\\~yearend.new"));
